@@ -128,7 +128,7 @@ TEST_F(MessageBoxTest, SilencedBoxStaysSilentAfterARestart) {
 // Every message and label number the program uses has a German text, and the
 // English set has the same keys.
 TEST_F(MessageBoxTest, EveryNamedNumberHasAGermanText) {
-  QFile list(QString::fromLocal8Bit(qgetenv("KOLVANE_SOURCE_DIR")) + "/tests/core/data/label_numbers.txt");
+  QFile list(sourceDir() + "/tests/core/data/label_numbers.txt");
   ASSERT_TRUE(list.open(QIODevice::ReadOnly)) << list.fileName().toStdString();
   int checked = 0;
   QStringList missing;

@@ -9,11 +9,13 @@
 
 namespace kolvane {
 
-QString sourceDataDir() {
+QString sourceDir() {
   const QByteArray src = qgetenv("KOLVANE_SOURCE_DIR");
-  if (!src.isEmpty()) return QString::fromLocal8Bit(src) + "/data";
-  return QStringLiteral(KOLVANE_SOURCE_DIR_DEFAULT) + "/data";
+  if (!src.isEmpty()) return QString::fromLocal8Bit(src);
+  return QStringLiteral(KOLVANE_SOURCE_DIR_DEFAULT);
 }
+
+QString sourceDataDir() { return sourceDir() + "/data"; }
 
 void KolvaneTest::SetUp() {
   ASSERT_TRUE(tmp_.isValid());

@@ -10,7 +10,8 @@
 
 namespace kolvane {
 
-// The source tree's data/ (label files, txtPrefix.txt, frei2.sld).
+// The source tree, and its data/ (label files, txtPrefix.txt, frei2.sld).
+QString sourceDir();
 QString sourceDataDir();
 
 // The base fixture: a temporary directory of its own, with a program
