@@ -78,6 +78,9 @@ static QString describe(const MessageRequest& r) {
 Answer ScriptedPrompt::message(const MessageRequest& r) {
   const QString what = QStringLiteral("message|") + describe(r);
   asked << what;
+  // A box with OK alone asks nothing: it needs no queued answer.
+  if (r.buttons == Buttons::Ok && (queue_.empty() || queue_.front().kind != Item::AnswerItem))
+    return Answer::Ok;
   Item i;
   if (!next(Item::AnswerItem, &i, what))
     return r.buttons == Buttons::Ok ? Answer::Ok

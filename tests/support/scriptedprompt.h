@@ -10,7 +10,8 @@ namespace kolvane {
 
 // A Prompt for tests: answers from a queue, records every question. An
 // unexpected question (empty queue) answers with the default (Cancel / No /
-// empty) and is recorded with "UNEXPECTED" so a test can fail on it.
+// empty) and is recorded with "UNEXPECTED" so a test can fail on it. A box
+// with OK alone takes a queued answer only when one stands first.
 class ScriptedPrompt final : public Prompt {
  public:
   ScriptedPrompt();   // installs itself as the prompt in force
