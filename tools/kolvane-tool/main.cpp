@@ -26,6 +26,12 @@ const std::map<QString, Command>& commands() {
   return table;
 }
 
+// The tool speaks for itself: one line on stderr per failure. Qt's own notes
+// (a missing runtime directory, font warnings of the offscreen platform) stay out.
+void quiet(QtMsgType type, const QMessageLogContext&, const QString& msg) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) QTextStream(stderr) << msg << "\n";
+}
+
 int usage() {
   QTextStream err(stderr);
   err << "usage: kolvane-tool COMMAND ...\n";
@@ -38,6 +44,7 @@ int usage() {
 int main(int argc, char** argv) {
   // Rendering needs a GUI application, but never a display.
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler(quiet);
   QGuiApplication app(argc, argv);
   QStringList args = app.arguments().mid(1);
   if (args.isEmpty()) return usage();
