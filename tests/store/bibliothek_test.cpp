@@ -251,7 +251,7 @@ TEST_F(BibliothekTest, AnOldFormatLibraryIsOfferedFirst) {
   ASSERT_TRUE(b.ConnectionUndRecordsetOeffnen());
   const QStringList f = fragen();
   ASSERT_EQ(f.size(), 3);
-  EXPECT_TRUE(f[0].contains("L242") && f[1].contains("L244") && f[2].contains("L229"));
+  EXPECT_TRUE(f[0].contains("L" + QString::number(Bibliothek::kLabelAltesFormat1)) && f[1].contains("L" + QString::number(Bibliothek::kLabelAltesFormatFrage1)) && f[2].contains("L229"));
   EXPECT_EQ(importiert, path("alt/"));
 }
 
@@ -288,7 +288,7 @@ TEST_F(BibliothekTest, FilesThatAreNoLibraryAreRefused) {
   settings_->strAktuelleDatenbank = gut;
   ASSERT_TRUE(b.ConnectionUndRecordsetOeffnen());
   EXPECT_FALSE(b.NeueDatenbankEinfuegen(path("jet/dbKolvane.mdb")));
-  EXPECT_TRUE(gefragt(246) && gefragt(248));
+  EXPECT_TRUE(gefragt(Bibliothek::kLabelEinfuegenFehler1) && gefragt(Bibliothek::kLabelEinfuegenHinweis1));
   EXPECT_EQ(b.connDb.path(), gut);
   EXPECT_TRUE(b.rsOrdner.isOpen());
   EXPECT_EQ(settings_->aryVerzeichnisseDatenbank, QStringList{gut});

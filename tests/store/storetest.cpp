@@ -14,7 +14,7 @@ void StoreTest::SetUp() {
   installData();
   // Labels whose text names their number, so a test sees which box came.
   QByteArray msgbox = "[Speziell]\n";
-  for (int nr = 50; nr < 400; ++nr) msgbox += QByteArray::number(nr) + "=L" + QByteArray::number(nr) + "\n";
+  for (int nr = 50; nr < 1000; ++nr) msgbox += QByteArray::number(nr) + "=L" + QByteArray::number(nr) + "\n";
   writeFile(QDir(settings_->labelDir()).filePath("Msgbox_deutsch.txt"), msgbox);
   writeFile(QDir(settings_->labelDir()).filePath("Frm_deutsch.txt"),
             "[Allg]\n1=Info\n2=Hinweis\n3=Kolvane\n4=Frage\n");
