@@ -94,6 +94,16 @@ class Host : public QObject {
   virtual bool setLayerTrueColor(const QString& layerName, int r, int g, int b) = 0;
   virtual bool setLayerLinetype(const QString& layerName, const QString& linetype) = 0;
   virtual bool setLayerOn(const QString& layerName, bool on) = 0;
+  // A colour of a colour book ("name,book" in a stored layer state). Not every
+  // host has colour books: the default refuses, and the caller keeps the index.
+  virtual bool setLayerBookColor(const QString& layerName, const QString& colorName,
+                                 const QString& bookName) {
+    Q_UNUSED(layerName);
+    Q_UNUSED(colorName);
+    Q_UNUSED(bookName);
+    setError(QStringLiteral("colour books not supported"));
+    return false;
+  }
 
   // --- errors ---
   QString lastError() const { return lastError_; }
