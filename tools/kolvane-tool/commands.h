@@ -11,5 +11,6 @@ int runInfo(const QStringList& args);
 int runCodes(const QStringList& args);
 int runRender(const QStringList& args);
 int runSlideInfo(const QStringList& args);
+int runDemoLibrary(const QStringList& args);
 
 }  // namespace kolvane::tool

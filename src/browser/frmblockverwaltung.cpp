@@ -1,0 +1,466 @@
+#include "frmblockverwaltung.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCursor>
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "blockverwaltung.h"
+#include "labels.h"
+#include "settings.h"
+#include "slideview.h"
+
+namespace kolvane {
+
+namespace {
+
+// The insert options of fraOptionen: check box, and the setting it starts from.
+struct OptionFeld {
+  const char* box;
+  int32_t SetupWerte::*vorgabe;
+};
+const OptionFeld kOptionen[] = {
+    {"checkBlock", &SetupWerte::longBlockAusBibliothek},
+    {"checkUrsprung", &SetupWerte::longUrsprungBeimEinfuegen},
+    {"checkXFrage", &SetupWerte::longAbfrageXFaktor},
+    {"checkYFrage", &SetupWerte::longAbfrageYFaktor},
+    {"checkZFrage", &SetupWerte::longAbfrageZFaktor},
+    {"checkWinkel", &SetupWerte::longAbfrageEinfuegewinkel},
+    {"checkAttribute", &SetupWerte::longAbfrageAttributeBeimEinfuegen},
+    {"checkReihe", &SetupWerte::longReihe},
+    {"checkMehr", &SetupWerte::longMehrfacheinfuegen},
+    {"checkBruch", &SetupWerte::longBruchFrage},
+};
+
+QColor rahmenFarbe(FrameColor c, const QPalette& p) {
+  switch (c) {
+    case FrameColor::Red: return QColor(255, 0, 0);
+    case FrameColor::Green: return QColor(0, 128, 0);
+    case FrameColor::ButtonFace: break;
+  }
+  return p.color(QPalette::Button);
+}
+
+}  // namespace
+
+QString FrmBlockverwaltung::caption(const QString& control) const {
+  const QString t = labels().fctBeschriftFrmZuordnen(QStringLiteral("frmBlockverwaltung.") + control);
+  return t.isEmpty() ? control : t;
+}
+
+FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
+    : QMainWindow(parent), logic_(logic) {
+  setObjectName(QStringLiteral("frmBlockverwaltung"));
+  setWindowTitle(labels().progName());
+
+  // --- menus and toolbar ---
+  toolbar_ = addToolBar(caption(QStringLiteral("Toolbar1")));
+  toolbar_->setObjectName(QStringLiteral("Toolbar1"));
+  toolbar_->setMovable(false);
+  mnuDatei_ = menuBar()->addMenu(caption(QStringLiteral("mnuDatei")));
+  addAction(mnuDatei_, QStringLiteral("mnuDDbNeu"));
+  addAction(mnuDatei_, QStringLiteral("mnuDDbImport"));
+  addAction(mnuDatei_, QStringLiteral("mnuDBloeckeImport"));
+  mnuDatei_->addSeparator();
+  for (int i = 0; i < 6; ++i) {
+    QAction* a = mnuDatei_->addAction(QString());
+    a->setVisible(false);
+    connect(a, &QAction::triggered, this, [this, a] {
+      if (bibliothekGewaehlt) bibliothekGewaehlt(a->data().toString());
+    });
+    dateiListe_ << a;
+  }
+  mnuDatei_->addSeparator();
+  QAction* beenden = addAction(mnuDatei_, QStringLiteral("mnuDBeenden"));
+  disconnect(beenden, nullptr, this, nullptr);
+  connect(beenden, &QAction::triggered, this, &QWidget::close);
+
+  mnuBearbeiten_ = menuBar()->addMenu(caption(QStringLiteral("mnuBearbeiten")));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBBlockEinfuegen"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBBlockNeu"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBBlockLoeschen"), true);
+  mnuBearbeiten_->addSeparator();
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBAnsichten"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBVarianten"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBVariantenAuswahl"));
+  mnuBearbeiten_->addSeparator();
+  addAction(mnuBearbeiten_, QStringLiteral("mnuFAusschneiden"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuZKopieren"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuFEinfuegen"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuFAusschneiden2"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuFEinfuegen2"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBZwischenspeicher"));
+  mnuBearbeiten_->addSeparator();
+  addAction(mnuBearbeiten_, QStringLiteral("mnuZSeiteAusschneiden"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuZSeiteEinfuegen"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuZ2Seitenverwaltung"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBBlockSchieben"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBLeereSeite"));
+  QAction* sep6 = mnuBearbeiten_->addSeparator();
+  actions_.insert(QStringLiteral("mnuBSep6"), sep6);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBBlockBearbeiten"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuBBlockOeffnen"));
+
+  QMenu* extras = menuBar()->addMenu(caption(QStringLiteral("mnuExtras")));
+  addAction(extras, QStringLiteral("mnuESuche"), true);
+  addAction(extras, QStringLiteral("mnuEUebersicht"));
+  addAction(extras, QStringLiteral("mnuEMarkieren"));
+  addAction(extras, QStringLiteral("mnuEDefMenue"));
+  addAction(extras, QStringLiteral("mnuELayerManager"));
+  extras->addSeparator();
+  addAction(extras, QStringLiteral("mnuESetup"), true);
+  addAction(extras, QStringLiteral("mnuEErweitertesSetup"));
+
+  // --- library, folder and page ---
+  auto* central = new QWidget(this);
+  auto* outer = new QVBoxLayout(central);
+  auto* top = new QHBoxLayout;
+  comboxVerzeichnis_ = new QComboBox;
+  comboxVerzeichnis_->setObjectName(QStringLiteral("comboxVerzeichnis"));
+  comboxVerzeichnis_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  comboxVerzeichnis_->setMinimumContentsLength(24);
+  comboxOrdner_ = new QComboBox;
+  comboxOrdner_->setObjectName(QStringLiteral("comboxOrdner"));
+  comboxOrdner_->setMinimumContentsLength(16);
+  comboxOrdner_->setMaxVisibleItems(30);
+  cboSeite_ = new QComboBox;
+  cboSeite_->setObjectName(QStringLiteral("cboSeite"));
+  cboSeite_->setEditable(true);
+  cboSeite_->setInsertPolicy(QComboBox::NoInsert);
+  cboSeite_->setMinimumContentsLength(16);
+  cboSeite_->setMaxVisibleItems(30);
+  labSeitenNummer_ = new QLabel;
+  labSeitenNummer_->setObjectName(QStringLiteral("labSeitenNummer"));
+  labSeitenNummer_->setMinimumWidth(32);
+  top->addWidget(new QLabel(caption(QStringLiteral("labVerzeichnis"))));
+  top->addWidget(comboxVerzeichnis_, 3);
+  top->addWidget(new QLabel(caption(QStringLiteral("labOrdner"))));
+  top->addWidget(comboxOrdner_, 2);
+  top->addWidget(new QLabel(caption(QStringLiteral("labSeite"))));
+  top->addWidget(cboSeite_, 1);
+  top->addWidget(labSeitenNummer_);
+  outer->addLayout(top);
+
+  // --- the grid and the list ---
+  auto* middle = new QHBoxLayout;
+  gridArea_ = new QWidget;
+  gridArea_->setObjectName(QStringLiteral("gridArea"));
+  gridArea_->setFocusPolicy(Qt::StrongFocus);
+  gridArea_->setMinimumSize(360, 280);
+  gridArea_->installEventFilter(this);
+  middle->addWidget(gridArea_, 4);
+  auto* right = new QVBoxLayout;
+  labBezeichnung_ = new QLabel;
+  labBezeichnung_->setObjectName(QStringLiteral("labBezeichnung"));
+  lisBlockBenennung_ = new QListWidget;
+  lisBlockBenennung_->setObjectName(QStringLiteral("lisBlockBenennung"));
+  lisBlockBenennung_->setMinimumWidth(170);
+  labNameDaten_ = new QLabel;
+  labNameDaten_->setObjectName(QStringLiteral("labNameDaten"));
+  right->addWidget(labBezeichnung_);
+  right->addWidget(lisBlockBenennung_, 1);
+  right->addWidget(labNameDaten_);
+  middle->addLayout(right, 1);
+  outer->addLayout(middle, 1);
+
+  // --- pictures and pages ---
+  auto* nav = new QHBoxLayout;
+  for (int i : {3, 1, 0, 2}) {
+    auto* b = new QPushButton(caption(QStringLiteral("Command1(%1)").arg(i)));
+    b->setObjectName(QStringLiteral("Command1_%1").arg(i));
+    b->setMaximumWidth(40);
+    b->setFocusPolicy(Qt::NoFocus);
+    connect(b, &QPushButton::clicked, this, [this, i] { logic_.Command1_Click(i); });
+    nav->addWidget(b);
+  }
+  nav->addStretch();
+  for (const char* n : {"combutZurueckAnfang", "combutZurueck", "combutVor", "combutEnde"})
+    nav->addWidget(addButton(QString::fromLatin1(n)));
+  outer->addLayout(nav);
+
+  // --- insert options and commands ---
+  auto* bottom = new QHBoxLayout;
+  auto* fraOptionen = new QGroupBox(caption(QStringLiteral("fraOptionen")));
+  fraOptionen->setObjectName(QStringLiteral("fraOptionen"));
+  auto* optGrid = new QGridLayout(fraOptionen);
+  int k = 0;
+  for (const OptionFeld& o : kOptionen) {
+    const QString name = QString::fromLatin1(o.box);
+    auto* c = new QCheckBox(caption(name));
+    c->setObjectName(name);
+    c->setToolTip(labels().tooltip(QStringLiteral("frmBlockverwaltung.") + name));
+    if (Settings* s = currentSettings()) c->setChecked(s->setup.*o.vorgabe == 1);
+    options_.insert(name, c);
+    optGrid->addWidget(c, k % 5, k / 5);
+    ++k;
+  }
+  bottom->addWidget(fraOptionen, 1);
+  auto* cmds = new QGridLayout;
+  int n = 0;
+  for (const char* c : {"cmbEinfuegen", "combutNeu", "combutLoeschen", "combutAnsicht", "combutBild",
+                        "combutAbbrechen"}) {
+    cmds->addWidget(addButton(QString::fromLatin1(c)), n % 3, n / 3);
+    ++n;
+  }
+  bottom->addLayout(cmds);
+  outer->addLayout(bottom);
+  setCentralWidget(central);
+
+  status_ = new QLabel;
+  statusBar()->addWidget(status_, 1);
+
+  // --- events to the logic ---
+  connect(comboxOrdner_, &QComboBox::activated, this, [this](int i) {
+    if (!fuellt_) logic_.comboxOrdner_Click(comboxOrdner_->itemText(i));
+  });
+  connect(comboxVerzeichnis_, &QComboBox::activated, this, [this](int i) {
+    if (!fuellt_ && bibliothekGewaehlt) bibliothekGewaehlt(comboxVerzeichnis_->itemData(i).toString());
+  });
+  connect(cboSeite_, &QComboBox::activated, this, [this](int i) {
+    if (!fuellt_) logic_.cboSeite_Click(cboSeite_->itemText(i));
+  });
+  connect(cboSeite_->lineEdit(), &QLineEdit::returnPressed, this, [this] {
+    if (fuellt_) return;
+    const QString t = logic_.dcboSeite_Return(cboSeite_->currentText());
+    if (t != cboSeite_->currentText()) {
+      cboSeite_->setEditText(t);
+      cboSeite_->lineEdit()->selectAll();
+      cboSeite_->setFocus();
+    }
+  });
+  connect(lisBlockBenennung_, &QListWidget::currentRowChanged, this, [this](int row) {
+    if (!fuellt_) logic_.lisBlockBenennung_Click(row);
+  });
+  connect(&timer2_, &QTimer::timeout, this, &FrmBlockverwaltung::timer2);
+  timer2_.setSingleShot(true);
+
+  // Commands of this subsystem; the rest stays disabled until it exists.
+  for (const char* c : {"combutVor", "combutZurueck", "combutZurueckAnfang", "combutEnde",
+                        "combutAbbrechen", "mnuDBeenden"})
+    implementiert_.insert(QString::fromLatin1(c), true);
+
+  bilderSteuerelementeLaden(72);
+  resize(1024, 720);
+}
+
+QAction* FrmBlockverwaltung::addAction(QMenu* menu, const QString& name, bool toolbar) {
+  QAction* a = menu->addAction(caption(name));
+  a->setObjectName(name);
+  const QString tip = labels().tooltip(QStringLiteral("frmBlockverwaltung.") + name);
+  if (!tip.isEmpty()) a->setToolTip(tip);
+  connect(a, &QAction::triggered, this, [this, name] { befehlAusloesen(name); });
+  actions_.insert(name, a);
+  if (toolbar) toolbar_->addAction(a);
+  return a;
+}
+
+QPushButton* FrmBlockverwaltung::addButton(const QString& name) {
+  auto* b = new QPushButton(caption(name));
+  b->setObjectName(name);
+  b->setToolTip(labels().tooltip(QStringLiteral("frmBlockverwaltung.") + name));
+  b->setFocusPolicy(Qt::NoFocus);
+  connect(b, &QPushButton::clicked, this, [this, name] { befehlAusloesen(name); });
+  buttons_.insert(name, b);
+  return b;
+}
+
+void FrmBlockverwaltung::setImplementiert(const QString& befehl, bool ja) {
+  implementiert_.insert(befehl, ja);
+  zeigen(model_);
+}
+
+bool FrmBlockverwaltung::befehlAktiv(const QString& befehl) const {
+  if (QAction* a = actions_.value(befehl)) return a->isEnabled();
+  if (QPushButton* b = buttons_.value(befehl)) return b->isEnabled();
+  return false;
+}
+
+void FrmBlockverwaltung::befehlAusloesen(const QString& name) {
+  if (name == QLatin1String("combutVor")) logic_.combutVor_Click();
+  else if (name == QLatin1String("combutZurueck")) logic_.combutZurueck_Click();
+  else if (name == QLatin1String("combutZurueckAnfang")) logic_.combutZurueckAnfang_Click();
+  else if (name == QLatin1String("combutEnde")) logic_.combutEnde_Click();
+  else if (name == QLatin1String("combutAbbrechen")) close();
+  else if (befehl) befehl(name);
+}
+
+// fctBilderSteuerelementeLaden: frames, slides and marking boxes by index,
+// created once for the largest grid and reused.
+void FrmBlockverwaltung::bilderSteuerelementeLaden(int anzahl) {
+  while (frames_.size() < anzahl) {
+    const int i = int(frames_.size());
+    auto* f = new QFrame(gridArea_);
+    f->setObjectName(QStringLiteral("Picture1_%1").arg(i));
+    f->setAutoFillBackground(true);
+    auto* s = new SlideView(i, f);
+    s->setObjectName(QStringLiteral("sldBlockverwaltung_%1").arg(i));
+    auto* c = new QCheckBox(f);
+    c->setObjectName(QStringLiteral("chkMarkieren_%1").arg(i));
+    c->hide();
+    connect(s, &SlideView::leftButtonDown, this, [this](int index) {
+      gridArea_->setFocus();
+      logic_.sldBlockverwaltung_LButtonDown(index, QCursor::pos());
+      timer2_.start(400);
+    });
+    connect(s, &SlideView::doubleClicked, this, [this](int index) {
+      timer2_.stop();
+      logic_.sldBlockverwaltung_DblClick(index);
+    });
+    connect(s, &SlideView::rightButtonDown, this, [this](int index) {
+      logic_.sldBlockverwaltung_RButtonDown(index);
+      mnuBearbeiten_->popup(QCursor::pos());
+    });
+    frames_ << f;
+    slides_ << s;
+    checks_ << c;
+  }
+}
+
+void FrmBlockverwaltung::FormularAufGroesseAngleichen() {
+  const int rows = qMax(1, model_.rows), cols = qMax(1, model_.columns);
+  const int h = gridArea_->height() / rows;  // intBilderHoehe
+  const int w = gridArea_->width() / cols;   // intBilderBreite
+  for (int i = 0; i < frames_.size(); ++i) {
+    const bool sichtbar = i < model_.intBilder;
+    frames_[i]->setVisible(sichtbar);
+    if (!sichtbar) continue;
+    frames_[i]->setGeometry((i % cols) * w, (i / cols) * h, w, h);
+    slides_[i]->setGeometry(3, 3, qMax(1, w - 6), qMax(1, h - 6));
+    checks_[i]->move(5, 5);
+  }
+}
+
+void FrmBlockverwaltung::dateiMenueFuellen(const PageModel& m) {
+  const QList<MenueEintrag> liste = logic_.bibliothek().fctDbsInMenueDateiEintragen(m.libraryPath);
+  for (int i = 0; i < dateiListe_.size(); ++i) {
+    QAction* a = dateiListe_[i];
+    a->setVisible(i < liste.size());
+    if (i >= liste.size()) continue;
+    a->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(liste[i].anzeige));
+    a->setData(liste[i].pfad);
+  }
+}
+
+void FrmBlockverwaltung::zeigen(const PageModel& m) {
+  model_ = m;
+  fuellt_ = true;
+  // Frames, slides, marks.
+  for (int i = 0; i < m.bilder.size() && i < slides_.size(); ++i) {
+    const SlotModel& s = m.bilder[i];
+    QPalette p = frames_[i]->palette();
+    p.setColor(QPalette::Window, rahmenFarbe(i == m.pos ? m.activeFrame : FrameColor::ButtonFace, palette()));
+    frames_[i]->setPalette(p);
+    if (m.slideBack.isValid()) slides_[i]->setBackColor(m.slideBack);
+    if (slides_[i]->path() != s.slidePath) slides_[i]->setPath(s.slidePath);
+    checks_[i]->setVisible(s.markVisible);
+    checks_[i]->setChecked(s.marked);
+  }
+  FormularAufGroesseAngleichen();
+  // The list.
+  if (lisBlockBenennung_->count() != m.listEntries.size()) {
+    lisBlockBenennung_->clear();
+    lisBlockBenennung_->addItems(m.listEntries);
+  } else {
+    for (int i = 0; i < m.listEntries.size(); ++i)
+      if (lisBlockBenennung_->item(i)->text() != m.listEntries[i]) lisBlockBenennung_->item(i)->setText(m.listEntries[i]);
+  }
+  lisBlockBenennung_->setCurrentRow(m.pos);
+  labNameDaten_->setText(m.labNameDaten);
+  labBezeichnung_->setText(m.labBezeichnung);
+  // Folders, pages, libraries.
+  QStringList ordner;
+  for (int i = 0; i < comboxOrdner_->count(); ++i) ordner << comboxOrdner_->itemText(i);
+  if (ordner != m.folderNames) {
+    comboxOrdner_->clear();
+    comboxOrdner_->addItems(m.folderNames);
+  }
+  comboxOrdner_->setCurrentText(m.folderName);
+  QStringList seiten;
+  for (const TSeite& s : logic_.arySeiten)
+    if (!s.SeitenName.isEmpty()) seiten << s.SeitenName;
+  QStringList alt;
+  for (int i = 0; i < cboSeite_->count(); ++i) alt << cboSeite_->itemText(i);
+  if (alt != seiten) {
+    cboSeite_->clear();
+    cboSeite_->addItems(seiten);
+  }
+  cboSeite_->setEditText(m.pageText);
+  cboSeite_->lineEdit()->setCursorPosition(0);
+  labSeitenNummer_->setText(m.labSeitenNummer);
+  comboxVerzeichnis_->clear();
+  for (const QString& p : m.libraryPaths) comboxVerzeichnis_->addItem(p, p);
+  comboxVerzeichnis_->setCurrentIndex(int(m.libraryPaths.indexOf(m.libraryPath)));
+  dateiMenueFuellen(m);
+  // Commands: the page's rule, then what exists at all.
+  for (auto it = actions_.begin(); it != actions_.end(); ++it) {
+    it.value()->setEnabled(m.enabled.value(it.key(), true) && implementiert_.value(it.key(), false));
+    if (m.visible.contains(it.key())) it.value()->setVisible(m.visible.value(it.key()));
+  }
+  for (auto it = buttons_.begin(); it != buttons_.end(); ++it)
+    it.value()->setEnabled(m.enabled.value(it.key(), true) && implementiert_.value(it.key(), false));
+  status_->setText(m.statusText);
+  fuellt_ = false;
+}
+
+void FrmBlockverwaltung::timer2() {
+  const bool unten = QGuiApplication::mouseButtons() & Qt::LeftButton;
+  if (logic_.Timer2_Timer(unten, QCursor::pos())) timer2_.start(400);
+}
+
+void FrmBlockverwaltung::resizeEvent(QResizeEvent* e) {
+  QMainWindow::resizeEvent(e);
+  FormularAufGroesseAngleichen();
+}
+
+bool FrmBlockverwaltung::eventFilter(QObject* o, QEvent* e) {
+  // The grid follows its area, whatever moved it (window, layout, list).
+  if (o == gridArea_ && e->type() == QEvent::Resize) FormularAufGroesseAngleichen();
+  return QMainWindow::eventFilter(o, e);
+}
+
+void FrmBlockverwaltung::keyPressEvent(QKeyEvent* e) {
+  const int cols = qMax(1, model_.columns);
+  switch (e->key()) {
+    case Qt::Key_Right: logic_.Command1_Click(0); return;
+    case Qt::Key_Left: logic_.Command1_Click(1); return;
+    case Qt::Key_Up:
+      if (logic_.pos - cols >= 0) logic_.lisBlockBenennung_Click(logic_.pos - cols);
+      return;
+    case Qt::Key_Down:
+      if (logic_.pos + cols < logic_.intBilder) logic_.lisBlockBenennung_Click(logic_.pos + cols);
+      return;
+    case Qt::Key_PageDown: logic_.combutVor_Click(); return;
+    case Qt::Key_PageUp: logic_.combutZurueck_Click(); return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (befehlAktiv(QStringLiteral("cmbEinfuegen"))) befehlAusloesen(QStringLiteral("cmbEinfuegen"));
+      return;
+    default: QMainWindow::keyPressEvent(e);
+  }
+}
+
+void FrmBlockverwaltung::closeEvent(QCloseEvent* e) {
+  if (formUnload && !formUnload()) {
+    e->ignore();
+    return;
+  }
+  e->accept();
+}
+
+}  // namespace kolvane

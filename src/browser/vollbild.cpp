@@ -1,0 +1,49 @@
+#include "vollbild.h"
+
+#include "blockverwaltung.h"
+#include "layout.h"
+
+namespace kolvane {
+
+Vollbild::Vollbild(Blockverwaltung& bv, int ansicht) : bv_(bv), ansicht_(ansicht) {
+  // The folder's first slot has no slot before it.
+  zurueckAktiv_ = bv_.aktivierteBlocknummer.right(3) != QLatin1String("000");
+  if (ansicht_ > 0) vorAktiv_ = zurueckAktiv_ = false;
+  zeichnen();
+}
+
+Vollbild::Vollbild(Blockverwaltung& bv, const QString& slide, int ansicht)
+    : bv_(bv), ansicht_(ansicht), gegeben_(true), vorAktiv_(false), zurueckAktiv_(false) {
+  slide_ = slide.right(3).compare(QLatin1String("sld"), Qt::CaseInsensitive) == 0
+               ? slide
+               : slide + "(" + QString::number(ansicht) + "A)";
+}
+
+void Vollbild::cmbVor_Click() {
+  bv_.Command1_Click(1);
+  zeichnen();
+}
+
+void Vollbild::cmbZurueck_Click() {
+  bv_.Command1_Click(0);
+  zeichnen();
+}
+
+void Vollbild::zeichnen() {
+  if (gegeben_) return;
+  Recordset& rs = bv_.bibliothek().rsBlockInfo0;
+  bool zeile = false;
+  if (rs.isOpen() && rs.RecordCount() > 0) {
+    rs.MoveFirst();
+    zeile = rs.Find(QStringLiteral("Block Like '") + bv_.aktivierteBlocknummer + "'");
+  }
+  if (!zeile) {
+    slide_ = bv_.frei2();
+    return;
+  }
+  const QString slideLib = rs.text(QStringLiteral("SlideLib"));
+  slide_ = ansicht_ > 0 ? bv_.slideAdresse(slideLib, QString::number(ansicht_) + "A")
+                        : bv_.slideAdresse(slideLib, QStringLiteral("0a"));
+}
+
+}  // namespace kolvane
