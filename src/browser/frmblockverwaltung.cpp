@@ -403,10 +403,15 @@ void FrmBlockverwaltung::zeigen(const PageModel& m) {
   cboSeite_->setEditText(m.pageText);
   cboSeite_->lineEdit()->setCursorPosition(0);
   labSeitenNummer_->setText(m.labSeitenNummer);
-  comboxVerzeichnis_->clear();
-  for (const QString& p : m.libraryPaths) comboxVerzeichnis_->addItem(p, p);
-  comboxVerzeichnis_->setCurrentIndex(int(m.libraryPaths.indexOf(m.libraryPath)));
-  dateiMenueFuellen(m);
+  // Libraries change seldom: the combo and the Datei menu only when they did.
+  if (m.libraryPaths != bibliothekenGezeigt_ || m.libraryPath != bibliothekGezeigt_) {
+    comboxVerzeichnis_->clear();
+    for (const QString& p : m.libraryPaths) comboxVerzeichnis_->addItem(p, p);
+    comboxVerzeichnis_->setCurrentIndex(int(m.libraryPaths.indexOf(m.libraryPath)));
+    dateiMenueFuellen(m);
+    bibliothekenGezeigt_ = m.libraryPaths;
+    bibliothekGezeigt_ = m.libraryPath;
+  }
   // Commands: the page's rule, then what exists at all.
   for (auto it = actions_.begin(); it != actions_.end(); ++it) {
     it.value()->setEnabled(m.enabled.value(it.key(), true) && implementiert_.value(it.key(), false));

@@ -94,6 +94,8 @@ class FrmBlockverwaltung : public QMainWindow {
   QHash<QString, QCheckBox*> options_;
   QHash<QString, bool> implementiert_;
   PageModel model_;
+  QStringList bibliothekenGezeigt_;
+  QString bibliothekGezeigt_;
   bool fuellt_ = false;  // the code sets the controls: their events do nothing
   QTimer timer2_;
 };
