@@ -1,52 +1,27 @@
 #include <QApplication>
-#include <QTextStream>
 
-#include "diagnostics.h"
-#include "labels.h"
-#include "msgbox.h"
+#include "programm.h"
 #include "qtprompt.h"
-#include "settings.h"
+#include "startservice.h"
 
 using namespace kolvane;
 
-// The process entry. What stands so far: the settings file and temporary root
-// are found, debug mode asked, the labels loaded. The main window follows.
+// The process entry. `kolvane --start3 NAME` and its kin only steer the running
+// program and end; every other start is Main.
 int main(int argc, char** argv) {
+  if (argc > 1 && istStartKommando(QString::fromLocal8Bit(argv[1]))) {
+    QCoreApplication core(argc, argv);
+    return runStartClient(core.arguments().mid(1));
+  }
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Kolvane"));
   QApplication::setApplicationVersion(QStringLiteral("9.0"));
+  QApplication::setQuitOnLastWindowClosed(false);  // Form_Unload decides
 
   QtPrompt qtPrompt;
   setPrompt(&qtPrompt);
-  Settings settings(Environment::fromSystem());
-  setCurrentSettings(&settings);
-  settings.subPfadeFestlegen();
-  fctGetCDebug(settings.strIniDateiVerzeichnis);
-
-  if (!labels().fctSpracheAuslesen(0)) {
-    MessageRequest r;
-    r.title = QStringLiteral("Info");
-    r.text = QStringLiteral("Es konnte keine Beschriftungsdatei gefunden werden.\rKolvane kann nicht gestartet werden.");
-    r.icon = Icon::Information;
-    prompt().message(r);
-    return 1;
-  }
-  labels().fctBeschriftungsFileZuordnenIni();
-
-  settings.fctLesenKolvaneIniDatei();
-  settings.subLesenKolvaneIniDatei();
-
-  QTextStream out(stdout);
-  out << labels().progName() << "\n"
-      << "  settings file: " << settings.strIniDateiVerzeichnis << "\n"
-      << "  temporary root: " << settings.sCTemp << "\n"
-      << "  language: " << labels().language() << "\n"
-      << "  known libraries: " << settings.aryVerzeichnisseDatenbank.join(", ") << "\n"
-      << "The main window is not built yet: this start only checks settings and labels.\n";
-  out.flush();
-  if (QGuiApplication::platformName() != QLatin1String("offscreen"))
-    subMsgboxInfoEinzeilig(labels().progName() +
-                           QStringLiteral(": Einstellungen und Beschriftungen sind geladen. "
-                                          "Das Hauptfenster folgt."));
-  return 0;
+  Programm programm(Environment::fromSystem());
+  const int ende = programm.Main(app.arguments().mid(1));
+  if (ende >= 0) return ende;
+  return app.exec();
 }

@@ -1,0 +1,450 @@
+#include "programm.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+
+#include "acadconnect.h"
+#include "bibliothek.h"
+#include "blockverwaltung.h"
+#include "cadbridge.h"
+#include "desktop.h"
+#include "diagnostics.h"
+#include "einfuegen.h"
+#include "einfuegenanbindung.h"
+#include "eventsink.h"
+#include "frmblockverwaltung.h"
+#include "frmvollbild.h"
+#include "host.h"
+#include "inifile.h"
+#include "integration.h"
+#include "labels.h"
+#include "layout.h"
+#include "msgbox.h"
+#include "paths.h"
+#include "qtprompt.h"
+#include "remotedesktop.h"
+#include "remotehost.h"
+#include "schema.h"
+#include "startservice.h"
+
+namespace kolvane {
+
+namespace {
+
+// A desktop with no windows: what is left when no host can be reached.
+class KeinDesktop final : public Desktop {
+ public:
+  QList<DesktopWindow> topLevelWindows() override { return {}; }
+  bool appActivate(const QString&) override { return false; }
+  quint64 foregroundWindow() override { return 0; }
+  bool setForegroundWindow(quint64) override { return false; }
+  bool bringWindowToTop(quint64) override { return false; }
+  quint64 findWindow(const QString&) override { return 0; }
+  quint64 activeWindow() override { return 0; }
+  bool sendKeys(const QString&, bool) override { return false; }
+  int16_t getAsyncKeyState(int) override { return 0; }
+  QPoint cursorPos() override { return {}; }
+};
+
+int pixelsToTwips(int pixels, bool horizontal) {
+  const int einZoll = twipsToPixels(1440, horizontal);
+  return einZoll > 0 ? pixels * 1440 / einZoll : pixels * 15;
+}
+
+// Boxes of the start that carry no number of their own.
+constexpr int kDbSchonDa1 = 915, kDbSchonDa2 = 916;
+constexpr int kKeineBibliothek1 = 917, kKeineBibliothek2 = 918;
+constexpr int kNichtGeoeffnet1 = 913, kNichtGeoeffnet2 = 914;
+
+}  // namespace
+
+Kommandozeile Kommandozeile::lesen(const QStringList& args) {
+  Kommandozeile k;
+  for (int i = 0; i < args.size(); ++i) {
+    const QString a = args[i];
+    const QString klein = a.toLower();
+    if (klein == QLatin1String("/d") && i + 1 < args.size()) {
+      // The path keeps its case where the file system tells case apart.
+      k.sDbPathUe = args[++i];
+    } else if (klein.startsWith(QLatin1String("/d \""))) {
+      k.sDbPathUe = a.mid(4, a.size() - 5);  // the quoted form as it stands
+    } else if (klein == QLatin1String("lblock")) {
+      k.lblock = true;
+    } else if (a == QLatin1String("--host") && i + 1 < args.size()) {
+      k.host = args[++i];
+    } else if (a == QLatin1String("--screenshot") && i + 1 < args.size()) {
+      k.screenshot = args[++i];
+    }
+  }
+  if (k.sDbPathUe.startsWith('"') && k.sDbPathUe.endsWith('"') && k.sDbPathUe.size() >= 2)
+    k.sDbPathUe = k.sDbPathUe.mid(1, k.sDbPathUe.size() - 2);
+  return k;
+}
+
+HostAnbindung hostAnbinden(const QString& hostArt) {
+  HostAnbindung a;
+  const QString art = hostArt.isEmpty() ? QStringLiteral("sandbox") : hostArt.toLower();
+  if (art == QLatin1String("sandbox")) {
+    QString fehler;
+    std::unique_ptr<RemoteDesktop> d = connectSandboxDesktop(QString(), &fehler);
+    if (d) a.desktop = std::move(d);
+    // One automation object for the run, as GetObject hands out the same
+    // application every time.
+    auto host = std::make_shared<std::unique_ptr<Host>>();
+    a.getObject = [host](QString* f) -> Host* {
+      if (!*host) *host = connectSandboxHost(QString(), f);
+      return host->get();
+    };
+  }
+  if (!a.desktop) a.desktop = std::make_unique<KeinDesktop>();
+  return a;
+}
+
+Programm::Programm(Environment env, HostAnbinder anbinder)
+    : settings_(std::make_unique<Settings>(std::move(env))), anbinder_(std::move(anbinder)) {
+  setCurrentSettings(settings_.get());
+  startServiceName = StartService::defaultServerName();
+  beenden = [](int code) { QCoreApplication::exit(code); };
+}
+
+Programm::~Programm() {
+  einfuegen_.reset();
+  frm_.reset();
+  bv_.reset();
+  lib_.reset();
+  cad_.reset();
+  if (currentSettings() == settings_.get()) setCurrentSettings(nullptr);
+}
+
+int Programm::Main(const QStringList& args) {
+  Trace t(QStringLiteral("Main"));
+  // 1. The command line.
+  kommandozeile = Kommandozeile::lesen(args);
+  // 2.-7. Settings file, temporary root, error file.
+  Settings& s = *settings_;
+  s.subPfadeFestlegen();
+  while (s.sCTempHatLeerzeichen()) {
+    // Slide and script commands to the CAD break at blanks.
+    subMsgboxInfoEinzeilig(QStringLiteral("Ihr temporärPfad für Kolvane beinhaltet Leerzeichen: ") + s.sCTemp +
+                           QStringLiteral("\rBitte wählen Sie eine Pfad ohne Leerzeichen."));
+    const QString neu = prompt().chooseFolder(QStringLiteral("sCTemp"), QDir::homePath());
+    if (neu.isEmpty()) return 0;
+    s.sCTemp = neu.endsWith('/') ? neu : neu + '/';
+    s.fctWertAllgInIniSpeichern(QStringLiteral("sCTemp"), s.sCTemp);
+    s.strErrorDatei = s.sCTemp + QStringLiteral("txtErrorKolvane9.0.txt");
+  }
+  // 8. Debug mode.
+  if (fctGetCDebug(s.strIniDateiVerzeichnis)) subMsgboxInfoEinzeilig(QStringLiteral("Prgramm startet im Debug-Modus"));
+  // 10./11. The labels; without them nothing can be said.
+  if (!labels().fctSpracheAuslesen(0)) {
+    MessageRequest r;
+    r.title = QStringLiteral("Info");
+    r.text = QStringLiteral("Es konnte keine Beschriftungsdatei gefunden werden.\rKolvane kann nicht gestartet werden.");
+    r.icon = Icon::Information;
+    prompt().message(r);
+    return 1;
+  }
+  t.step(QStringLiteral("fctBeschriftungsFileZuordnenIni"));
+  labels().fctBeschriftungsFileZuordnenIni();
+  // 12. A second instance only steers the first and ends.
+  const auto antwort = fctStartServiceAufrufen(
+      kommandozeile.lblock ? QStringList{QStringLiteral("LBlockEinfuegen")} : QStringList{QStringLiteral("StartKolvane")},
+      startServiceName, 2000);
+  if (antwort) return 0;
+  // 13. The main form.
+  if (!Form_Load() || bytBeenden) return 0;
+  startServiceVerbinden();
+  if (!kommandozeile.screenshot.isEmpty()) {
+    QTimer::singleShot(200, this, [this] { beenden(screenshotSchreiben() ? 0 : 1); });
+  }
+  return -1;
+}
+
+bool Programm::hostVerbinden() {
+  QString art = kommandozeile.host;
+  if (art.isEmpty()) art = settings_->allg(QStringLiteral("Host"));
+  anbindung_ = anbinder_(art);
+  cad_ = std::make_unique<CadBridge>(anbindung_.desktop.get());
+  cad_->hostGetObject = anbindung_.getObject;
+  cad_->strExePfad = QCoreApplication::applicationFilePath();
+  uint8_t booOnlyAutoCAD16 = 0;
+  return ACAD_Connect(*cad_, 0, 0, booOnlyAutoCAD16) != 0;
+}
+
+bool Programm::ersterStart() {
+  Trace t(QStringLiteral("ersterStart"));
+  Settings& s = *settings_;
+  for (;;) {
+    // a. The directory of the first library.
+    t.step(QStringLiteral("frmVerzeichnisauswahl"));
+    const QString dir = prompt().chooseFolder(
+        labels().fctBeschriftFrmZuordnen(QStringLiteral("frmVerzeichnisauswahl.Caption")), s.strVerzeichnisVorgabe);
+    if (dir.isEmpty()) return false;
+    Bibliothek probe(s);
+    // b. An existing library there?
+    t.step(QStringLiteral("nach vorhandener Db suchen"));
+    const uint8_t gefunden = probe.fctNachBestehenderDbSuchen1Neu2Alt0Keine(dir);
+    if (gefunden == 1) {
+      t.step(QStringLiteral("erste Datenbank wird eingebunden"));
+      s.aryVerzeichnisseDatenbank = {s.strAktuelleDatenbank};
+    } else if (gefunden == 2) {
+      t.step(QStringLiteral("Datenbank von Kolvane7 kann importiert werden"));
+      // The old format's import is not part of this edition yet: the user
+      // chooses another directory.
+      subMsgboxInfoZweizeilig2(Bibliothek::kLabelAltesFormat1, Bibliothek::kLabelAltesFormat2);
+      continue;
+    } else {
+      t.step(QStringLiteral("Db wird neu angelegt"));
+      const QString db = QDir(dir).filePath(dbDateiName());
+      if (QFileInfo::exists(db)) {
+        // Never a new library over an existing file.
+        subMsgboxInfoZweizeilig(kKeineBibliothek1, kKeineBibliothek2);
+        continue;
+      }
+      fctMkDirAlle(dir);
+      if (!Mk_Datenbank(db)) continue;
+      QDir(dir).mkpath(QStringLiteral("000"));
+      s.aryVerzeichnisseDatenbank = {db};
+      s.strAktuelleDatenbank = db;
+    }
+    // e. Defaults, ini and store.
+    t.step(QStringLiteral("setupeinstellungen zuweisen"));
+    s.subSetupStandardZuweisen();
+    t.step(QStringLiteral("in Ini-Datei abspeichern"));
+    s.subSpeichernKolvaneIniDatei();
+    t.step(QStringLiteral("in Registry abspeichern"));
+    if (!s.fctKeyKolvaneExist()) s.SetupInRegistrierdatenbankSpeichern();
+    s.subVerzeichnisVorgabeAktualisieren(dir, true);
+    return true;
+  }
+}
+
+bool Programm::Form_Load() {
+  Trace t(QStringLiteral("Form_Load"));
+  Settings& s = *settings_;
+  // 1.
+  t.step(QStringLiteral("Werte zuordnen"));
+  bytLaedtNoch = true;
+  s.setup.longAnzahlDerBilder = -1;
+  // 2.
+  if (diagnostics().bytProgrammStop == 1) return false;
+  // 3. The CAD first: no host, no program.
+  t.step(QStringLiteral("ACAD_Connect"));
+  if (!hostVerbinden()) {
+    bytBeenden = true;
+    return false;
+  }
+  // 4./5.
+  anbindung_.desktop->sendKeys(QStringLiteral("{ESC}"), true);
+  // 6.-8. Settings; the first start makes or finds the first library.
+  t.step(QStringLiteral("fctLesenKolvaneIniDatei"));
+  if (!s.fctLesenKolvaneIniDatei()) {
+    t.step(QStringLiteral("datenbank = dbKolvane.mdb"));
+    if (!ersterStart()) {
+      bytBeenden = true;
+      return false;
+    }
+  } else {
+    s.subLesenKolvaneIniDatei();
+    t.step(QStringLiteral("Daten aus Ini-DAtei lesen"));
+    if (s.fctKeyKolvaneExist()) {
+      t.step(QStringLiteral("subAktuelleDatenbankAusRegistrierdatenbank"));
+      s.EintraegeAusRegistrierdatenbank();
+      s.SetupEinstellungenEinlesen();
+    } else {
+      s.strAktuelleDatenbank = s.aryVerzeichnisseDatenbank.value(0);
+      t.step(QStringLiteral("SetupEinstellungenZuweisen"));
+      s.subSetupStandardZuweisen();
+      s.SetupInRegistrierdatenbankSpeichern();
+    }
+  }
+  if (s.setup.longAnzahlDerBilder < 0) s.setup.longAnzahlDerBilder = 4;
+  // 9.
+  t.step(QStringLiteral("SlideEndung festlegen"));
+  lib_ = std::make_unique<Bibliothek>(s);
+  bv_ = std::make_unique<Blockverwaltung>(s, *lib_);
+  bv_->strACadVersion = cad_->typAcadVersionInfo.strACadVersion;
+  // 10. The CAD menu, on the automation route.
+  if (!cad_->istLT()) {
+    cad_->strDatenVerzeichnis = s.environment().configDir + QStringLiteral("host");
+    if (fctAcadMenueEinrichten(*cad_)) fctAcadMenueLaden(*cad_);
+  }
+  // 12.-17. The form, labelled, with its grid.
+  t.step(QStringLiteral("Blockverwaltung beschriften"));
+  frm_ = std::make_unique<FrmBlockverwaltung>(*bv_);
+  if (auto* qp = dynamic_cast<QtPrompt*>(&prompt())) qp->setOwner(frm_.get());
+  t.step(QStringLiteral("Bilderanzahl festlegen"));
+  bv_->subBilderanzahlFestlegen();
+  bv_->hooks.anzeigen = [this](const PageModel& m) { frm_->zeigen(m); };
+  bv_->hooks.vollbildZeigen = [this] {
+    Vollbild v(*bv_);
+    FrmVollbild f(v, frm_.get());
+    prompt().dialog(QStringLiteral("frmVollbild"), [&f] { return f.exec(); });
+  };
+  frm_->bibliothekGewaehlt = [this](const QString& pfad) { bv_->comboxVerzeichnis_Click(pfad); };
+  // The insert: double click, button, menu and drop; the start service waits
+  // while it runs.
+  einfuegen_ = std::make_unique<Einfuegen>(s, *bv_, *cad_);
+  einfuegen_->hooks.ablauf = [this](bool laeuft) {
+    if (start_) start_->setAblaufLaeuft(laeuft);
+  };
+  bv_->hooks.cmbEinfuegen = [this] { einfuegen_->cmbEinfuegen_Click(); };
+  einfuegenAnbinden(*frm_, *einfuegen_, cad_->istLT());
+  frm_->formUnload = [this] { return Form_Unload(); };
+  // 18.-28. The library, its folder, page and slot.
+  t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));
+  if (!bv_->bibliothekOeffnen()) {
+    subMsgboxHinweisZweizeilig(kNichtGeoeffnet1, kNichtGeoeffnet2);
+    bytBeenden = true;
+    return false;
+  }
+  fensterLagern();
+  frm_->option(QStringLiteral("checkBruch"))->setChecked(true);
+  bytLaedtNoch = false;
+  // 29. The current library heads the Datei menu.
+  lib_->fctDbsInAryNeuSortieren(s.strAktuelleDatenbank);
+  // 31. A library handed over on the command line.
+  if (!kommandozeile.sDbPathUe.isEmpty()) {
+    t.step(QStringLiteral("sDbPathUe: ") + kommandozeile.sDbPathUe);
+    if (kommandozeile.sDbPathUe == QLatin1String("TestDb"))
+      subMsgboxInfoEinzeilig(QStringLiteral("TestDb"));
+    else
+      bv_->comboxVerzeichnis_Click(kommandozeile.sDbPathUe);
+    kommandozeile.sDbPathUe.clear();
+  }
+  // 32. The host's events.
+  if (!cad_->istLT() && s.bytOhneWithEvent != 1) {
+    if (!fctEventActivXErstellen(*cad_))
+      subMsgboxInfoEinzeilig(QStringLiteral("Bei der Verbindung zu AutoCAD ist ein Fehler aufgetreten.\r"
+                                            "Bitte kontrollieren Sie, ob Ihre installierte Version von Kolvane\r"
+                                            "zu Ihrer genutzten AutoCAD-Version passt."));
+  }
+  connect(cad_.get(), &CadBridge::programmBeenden, this, &Programm::sofortBeenden);
+  // 33.
+  bv_->Anzeigen();
+  frm_->show();
+  frm_->raise();
+  cad_->hWndHauptfenster = frm_->winId();
+  emit geladen();
+  return true;
+}
+
+void Programm::fensterLagern() {
+  // Position and size are kept in twips, as the Windows edition kept them.
+  const SetupWerte& w = settings_->setup;
+  int x = twipsToPixels(w.longCurrentX, true), y = twipsToPixels(w.longCurrentY, false);
+  const QRect screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableGeometry()
+                                                        : QRect(0, 0, 1920, 1080);
+  if (x < 0 || x > screen.width()) x = 0;
+  if (y < 0 || y > screen.height()) y = 0;
+  // Never smaller than a page of thumbnails can be read in.
+  const int wPx = qMax(960, twipsToPixels(w.lonFrmWidth, true));
+  const int hPx = qMax(700, twipsToPixels(w.lonFrmHeight, false));
+  frm_->setGeometry(x, y, wPx, hPx);
+}
+
+void Programm::positionenSpeichern() {
+  Settings& s = *settings_;
+  s.setup.longCurrentX = pixelsToTwips(frm_->x(), true);
+  s.setup.longCurrentY = pixelsToTwips(frm_->y(), false);
+  s.setup.lonFrmHeight = pixelsToTwips(frm_->height(), false);
+  s.setup.lonFrmWidth = pixelsToTwips(frm_->width(), true);
+  s.fctKeyKolvaneExist();
+  if (s.setup.longFensterpositionSpeichern == 1) {
+    s.fctSetupWertSpeichern(QStringLiteral("longCurrentX"), s.setup.longCurrentX);
+    s.fctSetupWertSpeichern(QStringLiteral("longCurrentY"), s.setup.longCurrentY);
+  }
+  s.fctSetupWertSpeichern(QStringLiteral("lonFrmHeight"), s.setup.lonFrmHeight);
+  s.fctSetupWertSpeichern(QStringLiteral("lonFrmWidth"), s.setup.lonFrmWidth);
+  s.subSpeichernKolvaneIniDatei();
+  bv_->positionSpeichern();
+  s.fctSetupWertSpeichern(QStringLiteral("Eintrag1"), s.strAktuelleDatenbank);
+  s.fctSetupWertSpeichern(QStringLiteral("strVerzeichnisVorgabe"), s.strVerzeichnisVorgabe);
+  s.fctSetupWertSpeichern(QStringLiteral("strAktuelleOrdnerNr"), bv_->strAktuelleOrdnerNr());
+  s.fctSetupWertSpeichern(QStringLiteral("longAnzahlDerBilder"), s.setup.longAnzahlDerBilder);
+}
+
+bool Programm::Form_Unload() {
+  Trace t(QStringLiteral("Form_Unload"));
+  if (entladen_) return true;
+  // 3. The question, unless the program must end anyway.
+  t.step(QStringLiteral("Frage, ob Kolvane geschlossen werden soll"));
+  if (!bytBeenden && !fctMsgboxFrageEinzeilig(131)) return false;
+  // 4. Marks live only as long as the run.
+  t.step(QStringLiteral("Markierte Bloecke aus Db löschen"));
+  if (lib_ && lib_->rsMarkierteBloecke.isOpen()) {
+    Recordset& rm = lib_->rsMarkierteBloecke;
+    rm.MoveFirst();
+    while (rm.RecordCount() > 0 && !rm.isEOF()) {
+      if (!rm.Delete()) break;
+      rm.MoveFirst();
+    }
+  }
+  // 5. Positions.
+  if (!bytBeenden && bv_) {
+    t.step(QStringLiteral("IniDatei speichern"));
+    positionenSpeichern();
+  }
+  // 6. Record sets and connection.
+  t.step(QStringLiteral("Rs schließen"));
+  if (lib_) lib_->RecordsetsUndVerbindungSchliessen();
+  // 7. The run's scratch directory.
+  t.step(QStringLiteral("Temp-Verzeichnis löschen"));
+  QDir(settings_->strVerzeichnisTempKolvane()).removeRecursively();
+  if (start_) start_->close();
+  entladen_ = true;
+  // 8.
+  QTimer::singleShot(0, this, [this] { beenden(0); });
+  return true;
+}
+
+void Programm::sofortBeenden() {
+  // The host went: save and close without a question, then end.
+  bytBeenden = false;
+  entladen_ = false;
+  if (lib_ && lib_->rsMarkierteBloecke.isOpen()) {
+    Recordset& rm = lib_->rsMarkierteBloecke;
+    for (rm.MoveFirst(); rm.RecordCount() > 0 && !rm.isEOF(); rm.MoveFirst())
+      if (!rm.Delete()) break;
+  }
+  if (bv_ && frm_) positionenSpeichern();
+  if (lib_) lib_->RecordsetsUndVerbindungSchliessen();
+  QDir(settings_->strVerzeichnisTempKolvane()).removeRecursively();
+  entladen_ = true;
+  beenden(0);
+}
+
+void Programm::startServiceVerbinden() {
+  start_ = std::make_unique<StartService>();
+  start_->strAppPfad = settings_->programDir();
+  start_->listen(startServiceName);
+  connect(start_.get(), &StartService::fensterNachVorne, this, [this] {
+    frm_->show();
+    frm_->raise();
+    frm_->activateWindow();
+  });
+  connect(start_.get(), &StartService::aufOrdnerUndSeiteSpringen, this,
+          [this](const QString& ordner, const QString& seite) {
+            frm_->raise();
+            bv_->strOrdnerUebergabe = ordner;
+            bv_->varSeiteUebergabe = seite;
+            bv_->fctAufOrdnerUndSeiteSpringen();
+          });
+  connect(start_.get(), &StartService::bibliothekWechseln, this,
+          [this](const QString& pfad) { bv_->comboxVerzeichnis_Click(pfad); });
+  connect(start_.get(), &StartService::lblockEinfuegen, this, [this] { einfuegen_->LBlockEinfuegen(); });
+}
+
+bool Programm::screenshotSchreiben() {
+  if (!frm_) return false;
+  const bool ok = frm_->grab().save(kommandozeile.screenshot);
+  if (!ok) subErrorAllgemein(true, QStringLiteral("screenshotSchreiben"), kommandozeile.screenshot);
+  return ok;
+}
+
+}  // namespace kolvane
