@@ -9,6 +9,7 @@
 #include "msgbox.h"
 #include "paths.h"
 #include "prefix.h"
+#include "prompt.h"
 #include "recordhelpers.h"
 #include "settings.h"
 #include "slidecolors.h"
@@ -494,16 +495,66 @@ QString Blockverwaltung::dcboSeite_Return(const QString& text) {
 }
 
 void Blockverwaltung::seitennameDialog() {
-  if (!hooks.seitennameAendern) return;
-  const QString neu = hooks.seitennameAendern(model_.pageText);
+  const QString neu = hooks.seitennameAendern ? hooks.seitennameAendern(model_.pageText)
+                                              : frmBlocknameAendern(model_.pageText);
   if (neu.isEmpty()) return;
-  if (!hooks.fctSeiteAendern || !hooks.fctSeiteAendern(s1 + 1, neu)) {
+  const bool ok = hooks.fctSeiteAendern ? hooks.fctSeiteAendern(s1 + 1, neu) : fctSeiteAendern(s1 + 1, neu);
+  if (!ok) {
     subMsgboxInfoEinzeilig(235);
     return;
   }
   subRsSeitenNeuEinlesen();
   fctSeiteInCboEinlesen();
   Anzeigen();
+}
+
+QString Blockverwaltung::frmBlocknameAendern(const QString& alterName) {
+  QString text = alterName;
+  for (;;) {
+    const auto neu = prompt().input(labels().fctBeschriftFrmZuordnen(93),
+                                    labels().fctBeschriftFrmZuordnen(QStringLiteral("frmBlocknameAendern.Caption")),
+                                    text);
+    if (!neu) return {};
+    text = neu->trimmed();
+    // Names stand in the filters of the library unescaped: no apostrophe.
+    if (!text.contains('\'')) return text;
+    subMsgboxInfoEinzeilig(919);
+  }
+}
+
+bool Blockverwaltung::fctSeiteAendern(int nr, const QString& name) {
+  Trace t(QStringLiteral("fctSeiteAendern"));
+  Recordset& rs = lib_.rsSeiten;
+  if (!rs.isOpen() || lib_.booSchreibgeschuetzt || name.contains('\'')) return false;
+  if (rs.RecordCount() > 0) {
+    rs.MoveFirst();
+    if (rs.Find(QStringLiteral("Seitenname Like '") + name + "'")) {
+      MessageRequest r;
+      r.title = QStringLiteral("gleicher Seitenname");
+      r.text = QStringLiteral("Seite mit folgendem Name besteht schon:\r") + name +
+               QStringLiteral("\rSoll die Seite trotzdem angelegt werden?");
+      r.buttons = Buttons::YesNo;
+      r.icon = Icon::Question;
+      if (prompt().message(r) != Answer::Yes) return true;
+    }
+  }
+  bool gefunden = false;
+  if (rs.RecordCount() > 0) {
+    rs.MoveFirst();
+    gefunden = rs.Find(QStringLiteral("SeitenNr Like '") + QString::number(nr) + "'");
+  }
+  bool ok = false;
+  if (gefunden) {
+    ok = rs.Update(QStringLiteral("SeitenName"), name);
+  } else {
+    ok = rs.AddNew() && rs.setValue(QStringLiteral("SeitenName"), name) &&
+         rs.setValue(QStringLiteral("SeitenNr"), nr) &&
+         rs.setValue(QStringLiteral("NrTblOrdner"), lib_.lngAktuelleOrdnerID) && rs.Update();
+  }
+  if (!ok) subErrorAllgemein(true, QStringLiteral("fctSeiteAendern"), rs.lastError());
+  subRsSeitenNeuEinlesen();
+  fctSeiteInCboEinlesen();
+  return ok;
 }
 
 // ---------------------------------------------------------------- library

@@ -132,6 +132,12 @@ class Blockverwaltung {
   // Return in dcboSeite; returns the text the box shows afterwards.
   QString dcboSeite_Return(const QString& text);
   void seitennameDialog();  // double click on cboSeite, click on labSeitenNummer
+  // Names the page nr (one-based) of the current folder: its row gets the
+  // name, or a new row is made; a name another page has is asked about.
+  bool fctSeiteAendern(int nr, const QString& name);
+  // frmBlocknameAendern for a page: the name typed, "" when cancelled. A name
+  // with an apostrophe is refused and the text stays for correction.
+  QString frmBlocknameAendern(const QString& alterName);
 
   // --- the library ---
   // The library switch of comboxVerzeichnis; false leaves the old one open.

@@ -6,6 +6,10 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCursor>
+#include <QDrag>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
 #include <QFrame>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -148,6 +152,8 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   labSeitenNummer_ = new QLabel;
   labSeitenNummer_->setObjectName(QStringLiteral("labSeitenNummer"));
   labSeitenNummer_->setMinimumWidth(32);
+  labSeitenNummer_->installEventFilter(this);
+  cboSeite_->lineEdit()->installEventFilter(this);
   top->addWidget(new QLabel(caption(QStringLiteral("labVerzeichnis"))));
   top->addWidget(comboxVerzeichnis_, 3);
   top->addWidget(new QLabel(caption(QStringLiteral("labOrdner"))));
@@ -318,6 +324,7 @@ void FrmBlockverwaltung::bilderSteuerelementeLaden(int anzahl) {
       logic_.sldBlockverwaltung_LButtonDown(index, QCursor::pos());
       timer2_.start(400);
     });
+    connect(s, &SlideView::dragStarted, this, [this](int) { dragStarten(); });
     connect(s, &SlideView::doubleClicked, this, [this](int index) {
       timer2_.stop();
       logic_.sldBlockverwaltung_DblClick(index);
@@ -423,6 +430,19 @@ void FrmBlockverwaltung::zeigen(const PageModel& m) {
   fuellt_ = false;
 }
 
+// The active block's drawing leaves the page as a file drag, for the host's
+// window; when a target took it, the insert runs as for a drop.
+void FrmBlockverwaltung::dragStarten() {
+  timer2_.stop();
+  const QString datei = model_.txtVerzeichnisBlock;
+  if (datei.isEmpty() || !QFileInfo::exists(datei)) return;
+  auto* mime = new QMimeData;
+  mime->setUrls({QUrl::fromLocalFile(datei)});
+  auto* drag = new QDrag(this);
+  drag->setMimeData(mime);
+  if (drag->exec(Qt::CopyAction) == Qt::CopyAction && befehl) befehl(QStringLiteral("drop"));
+}
+
 void FrmBlockverwaltung::timer2() {
   const bool unten = QGuiApplication::mouseButtons() & Qt::LeftButton;
   if (logic_.Timer2_Timer(unten, QCursor::pos())) timer2_.start(400);
@@ -436,6 +456,12 @@ void FrmBlockverwaltung::resizeEvent(QResizeEvent* e) {
 bool FrmBlockverwaltung::eventFilter(QObject* o, QEvent* e) {
   // The grid follows its area, whatever moved it (window, layout, list).
   if (o == gridArea_ && e->type() == QEvent::Resize) FormularAufGroesseAngleichen();
+  // The page's name dialog: a click on the number, a double click on the page box.
+  if ((o == labSeitenNummer_ && e->type() == QEvent::MouseButtonPress) ||
+      (o == cboSeite_->lineEdit() && e->type() == QEvent::MouseButtonDblClick)) {
+    if (!fuellt_) logic_.seitennameDialog();
+    return true;
+  }
   return QMainWindow::eventFilter(o, e);
 }
 

@@ -69,6 +69,7 @@ class FrmBlockverwaltung : public QMainWindow {
   void bilderSteuerelementeLaden(int anzahl);  // fctBilderSteuerelementeLaden
   void befehlAusloesen(const QString& name);
   void timer2();
+  void dragStarten();
   void dateiMenueFuellen(const PageModel& m);
   QString caption(const QString& control) const;
 

@@ -36,8 +36,12 @@ bool RemoteDesktop::open(const QString& socketName) {
   return false;
 }
 
-QString RemoteDesktop::mode() const { return conn_->mode(); }
-void RemoteDesktop::setCallTimeout(int ms) { conn_->setCallTimeout(ms); }
+QString RemoteDesktop::mode() const {
+  return conn_->mode();
+}
+void RemoteDesktop::setCallTimeout(int ms) {
+  conn_->setCallTimeout(ms);
+}
 
 QList<DesktopWindow> RemoteDesktop::remoteWindows() {
   QList<DesktopWindow> out;
@@ -92,14 +96,17 @@ bool RemoteDesktop::activateLocal(quint64 handle) {
 
 bool RemoteDesktop::appActivate(const QString& title) {
   const QList<DesktopWindow> remote = remoteWindows();
-  if (const qsizetype i = matchTitle(remote, title); i >= 0) return activateRemote(remote[i].handle);
+  if (const qsizetype i = matchTitle(remote, title); i >= 0)
+    return activateRemote(remote[i].handle);
   const QList<DesktopWindow> local = localWindows();
   if (const qsizetype i = matchTitle(local, title); i >= 0) return activateLocal(local[i].handle);
   error_ = QStringLiteral("Kein Fenster mit dem Titel \"%1\".").arg(title);
   return false;
 }
 
-quint64 RemoteDesktop::foregroundWindow() { return foreground_; }
+quint64 RemoteDesktop::foregroundWindow() {
+  return foreground_;
+}
 
 bool RemoteDesktop::setForegroundWindow(quint64 handle) {
   for (const DesktopWindow& w : remoteWindows())
@@ -107,7 +114,9 @@ bool RemoteDesktop::setForegroundWindow(quint64 handle) {
   return activateLocal(handle);
 }
 
-bool RemoteDesktop::bringWindowToTop(quint64 handle) { return setForegroundWindow(handle); }
+bool RemoteDesktop::bringWindowToTop(quint64 handle) {
+  return setForegroundWindow(handle);
+}
 
 quint64 RemoteDesktop::findWindow(const QString& title) {
   for (const DesktopWindow& w : remoteWindows() + localWindows())
@@ -123,12 +132,14 @@ quint64 RemoteDesktop::activeWindow() {
 // Keys go to the foreground window; only the sandbox's takes them here.
 bool RemoteDesktop::sendKeys(const QString& keys, bool wait) {
   bool remoteFront = false;
-  for (const DesktopWindow& w : remoteWindows()) remoteFront = remoteFront || w.handle == foreground_;
+  for (const DesktopWindow& w : remoteWindows())
+    remoteFront = remoteFront || w.handle == foreground_;
   if (!remoteFront) {
     error_ = QStringLiteral("Das Sandbox-CAD ist nicht das Fenster im Vordergrund.");
     return false;
   }
-  if (!conn_->call(QStringLiteral("sendKeys"), {keys, wait ? QStringLiteral("1") : QStringLiteral("0")}, -1)) {
+  if (!conn_->call(QStringLiteral("sendKeys"),
+                   {keys, wait ? QStringLiteral("1") : QStringLiteral("0")}, -1)) {
     error_ = conn_->lastError();
     return false;
   }

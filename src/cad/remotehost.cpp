@@ -11,7 +11,9 @@ namespace {
 
 constexpr int kLayerFields = 7;
 
-QString pointText(const HostPoint& p) { return proto::formatPoint(p[0], p[1], p[2]); }
+QString pointText(const HostPoint& p) {
+  return proto::formatPoint(p[0], p[1], p[2]);
+}
 
 std::optional<HostPoint> pointOf(const QString& text) {
   double v[3];
@@ -45,17 +47,27 @@ bool RemoteHost::open(const QString& socketName) {
   return false;
 }
 
-bool RemoteHost::isConnected() const { return conn_->isOpen(); }
+bool RemoteHost::isConnected() const {
+  return conn_->isOpen();
+}
 
-void RemoteHost::setCallTimeout(int ms) { conn_->setCallTimeout(ms); }
+void RemoteHost::setCallTimeout(int ms) {
+  conn_->setCallTimeout(ms);
+}
 
 void RemoteHost::onEvent(const QString& name, const QStringList& args) {
-  if (name == QLatin1String("beginCommand")) emit beginCommand(args.value(0));
-  else if (name == QLatin1String("endCommand")) emit endCommand(args.value(0));
-  else if (name == QLatin1String("endLisp")) emit endLisp();
-  else if (name == QLatin1String("beginQuit")) emit beginQuit();
-  else if (name == QLatin1String("appActivate")) emit appActivate();
-  else if (name == QLatin1String("appDeactivate")) emit appDeactivate();
+  if (name == QLatin1String("beginCommand"))
+    emit beginCommand(args.value(0));
+  else if (name == QLatin1String("endCommand"))
+    emit endCommand(args.value(0));
+  else if (name == QLatin1String("endLisp"))
+    emit endLisp();
+  else if (name == QLatin1String("beginQuit"))
+    emit beginQuit();
+  else if (name == QLatin1String("appActivate"))
+    emit appActivate();
+  else if (name == QLatin1String("appDeactivate"))
+    emit appDeactivate();
 }
 
 std::optional<QStringList> RemoteHost::request(const QString& op, const QStringList& args,
@@ -74,13 +86,25 @@ bool RemoteHost::done(const QString& op, const QStringList& args, bool waitsForU
   return request(op, args, waitsForUser).has_value();
 }
 
-QString RemoteHost::version() { return text(QStringLiteral("version")); }
-QString RemoteHost::caption() { return text(QStringLiteral("caption")); }
-QString RemoteHost::name() { return text(QStringLiteral("name")); }
-QString RemoteHost::path() { return text(QStringLiteral("path")); }
-QString RemoteHost::supportPath() { return text(QStringLiteral("supportPath")); }
+QString RemoteHost::version() {
+  return text(QStringLiteral("version"));
+}
+QString RemoteHost::caption() {
+  return text(QStringLiteral("caption"));
+}
+QString RemoteHost::name() {
+  return text(QStringLiteral("name"));
+}
+QString RemoteHost::path() {
+  return text(QStringLiteral("path"));
+}
+QString RemoteHost::supportPath() {
+  return text(QStringLiteral("supportPath"));
+}
 
-int RemoteHost::windowState() { return text(QStringLiteral("windowState")).toInt(); }
+int RemoteHost::windowState() {
+  return text(QStringLiteral("windowState")).toInt();
+}
 bool RemoteHost::setWindowState(int state) {
   return done(QStringLiteral("setWindowState"), {QString::number(state)});
 }
@@ -88,22 +112,31 @@ bool RemoteHost::zoomWindow(const HostPoint& p1, const HostPoint& p2) {
   return done(QStringLiteral("zoomWindow"), {pointText(p1), pointText(p2)});
 }
 bool RemoteHost::zoomScaled(double scale, int scaleType) {
-  return done(QStringLiteral("zoomScaled"), {proto::formatNumber(scale), QString::number(scaleType)});
+  return done(QStringLiteral("zoomScaled"),
+              {proto::formatNumber(scale), QString::number(scaleType)});
 }
-bool RemoteHost::zoomExtents() { return done(QStringLiteral("zoomExtents")); }
+bool RemoteHost::zoomExtents() {
+  return done(QStringLiteral("zoomExtents"));
+}
 bool RemoteHost::menuGroupLoaded(const QString& groupName) {
   return text(QStringLiteral("menuGroupLoaded"), {groupName}) == QLatin1String("1");
 }
-int RemoteHost::menuGroupCount() { return text(QStringLiteral("menuGroupCount")).toInt(); }
+int RemoteHost::menuGroupCount() {
+  return text(QStringLiteral("menuGroupCount")).toInt();
+}
 bool RemoteHost::loadMenuGroup(const QString& menuFile) {
   return done(QStringLiteral("loadMenuGroup"), {menuFile});
 }
 
-int RemoteHost::documentCount() { return text(QStringLiteral("documentCount")).toInt(); }
+int RemoteHost::documentCount() {
+  return text(QStringLiteral("documentCount")).toInt();
+}
 bool RemoteHost::hasActiveDocument() {
   return text(QStringLiteral("hasActiveDocument")) == QLatin1String("1");
 }
-QString RemoteHost::activeDocumentFullName() { return text(QStringLiteral("activeDocumentFullName")); }
+QString RemoteHost::activeDocumentFullName() {
+  return text(QStringLiteral("activeDocumentFullName"));
+}
 QString RemoteHost::activeDocumentWindowTitle() {
   return text(QStringLiteral("activeDocumentWindowTitle"));
 }
@@ -111,7 +144,8 @@ bool RemoteHost::openDocument(const QString& file) {
   return done(QStringLiteral("openDocument"), {file});
 }
 bool RemoteHost::closeDocument(bool saveChanges, const QString& fileName) {
-  return done(QStringLiteral("closeDocument"), {saveChanges ? QStringLiteral("1") : QStringLiteral("0"), fileName});
+  return done(QStringLiteral("closeDocument"),
+              {saveChanges ? QStringLiteral("1") : QStringLiteral("0"), fileName});
 }
 
 QVariant RemoteHost::getVariable(const QString& name) {
@@ -128,7 +162,8 @@ bool RemoteHost::sendCommand(const QString& command) {
 // A pick the user broke off answers "ok" with no value: nothing, and no error.
 std::optional<HostPoint> RemoteHost::getPoint(const std::optional<HostPoint>& base,
                                               const QString& promptText) {
-  const auto r = request(QStringLiteral("getPoint"), {base ? pointText(*base) : QString(), promptText}, true);
+  const auto r =
+      request(QStringLiteral("getPoint"), {base ? pointText(*base) : QString(), promptText}, true);
   if (!r || r->isEmpty()) return std::nullopt;
   return pointOf(r->value(0));
 }
@@ -138,7 +173,9 @@ std::optional<HostPoint> RemoteHost::getCorner(const HostPoint& base, const QStr
   return pointOf(r->value(0));
 }
 std::optional<QString> RemoteHost::getString(bool allowBlanks, const QString& promptText) {
-  const auto r = request(QStringLiteral("getString"), {allowBlanks ? QStringLiteral("1") : QStringLiteral("0"), promptText}, true);
+  const auto r =
+      request(QStringLiteral("getString"),
+              {allowBlanks ? QStringLiteral("1") : QStringLiteral("0"), promptText}, true);
   if (!r || r->isEmpty()) return std::nullopt;
   return r->value(0);
 }
@@ -189,7 +226,8 @@ bool RemoteHost::setLayerLinetype(const QString& layerName, const QString& linet
   return done(QStringLiteral("setLayerLinetype"), {layerName, linetype});
 }
 bool RemoteHost::setLayerOn(const QString& layerName, bool on) {
-  return done(QStringLiteral("setLayerOn"), {layerName, on ? QStringLiteral("1") : QStringLiteral("0")});
+  return done(QStringLiteral("setLayerOn"),
+              {layerName, on ? QStringLiteral("1") : QStringLiteral("0")});
 }
 
 std::unique_ptr<RemoteHost> connectSandboxHost(const QString& socketName, QString* error) {

@@ -26,7 +26,8 @@ SandboxConnection::~SandboxConnection() = default;
 bool SandboxConnection::open(const QString& socketName, const QString& role) {
   socket_->connectToServer(socketName);
   if (!socket_->waitForConnected(3000)) {
-    error_ = QStringLiteral("Kein Sandbox-CAD am Socket \"%1\": %2").arg(socketName, socket_->errorString());
+    error_ = QStringLiteral("Kein Sandbox-CAD am Socket \"%1\": %2")
+                 .arg(socketName, socket_->errorString());
     socket_->abort();
     return false;
   }
@@ -74,7 +75,8 @@ std::optional<QStringList> SandboxConnection::call(const QString& op, const QStr
 
   int limit = timeoutMs;
   if (callTimeout_ >= 0 && (limit < 0 || callTimeout_ < limit)) limit = callTimeout_;
-  const QDeadlineTimer deadline = limit < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(limit);
+  const QDeadlineTimer deadline =
+      limit < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(limit);
 
   inCall_ = true;
   std::optional<QStringList> result;
@@ -91,8 +93,10 @@ std::optional<QStringList> SandboxConnection::call(const QString& op, const QStr
       }
       if (fields.value(0) != QLatin1String("=") || fields.value(1).toInt() != id) continue;
       answered = true;
-      if (fields.value(2) == QLatin1String("ok")) result = fields.mid(3);
-      else error = fields.value(3);
+      if (fields.value(2) == QLatin1String("ok"))
+        result = fields.mid(3);
+      else
+        error = fields.value(3);
     }
     if (answered) break;
     if (!isOpen() && socket_->bytesAvailable() == 0) {
@@ -113,7 +117,12 @@ std::optional<QStringList> SandboxConnection::call(const QString& op, const QStr
   error_ = error;
   // Lines that came behind the reply are handed on from the event loop.
   if (!buffer_.isEmpty() || socket_->bytesAvailable())
-    QMetaObject::invokeMethod(this, [this] { if (!inCall_) readAvailable(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          if (!inCall_) readAvailable();
+        },
+        Qt::QueuedConnection);
   return result;
 }
 

@@ -67,10 +67,14 @@ inline QString unescapeField(const QString& s) {
       continue;
     }
     const QChar n = s[++i];
-    if (n == QLatin1Char('t')) out += QLatin1Char('\t');
-    else if (n == QLatin1Char('n')) out += QLatin1Char('\n');
-    else if (n == QLatin1Char('r')) out += QLatin1Char('\r');
-    else out += n;
+    if (n == QLatin1Char('t'))
+      out += QLatin1Char('\t');
+    else if (n == QLatin1Char('n'))
+      out += QLatin1Char('\n');
+    else if (n == QLatin1Char('r'))
+      out += QLatin1Char('\r');
+    else
+      out += n;
   }
   return out;
 }
@@ -141,7 +145,9 @@ inline QString encodeValue(const QVariant& v) {
     case QMetaType::QString: return QStringLiteral("s:") + v.toString();
     case QMetaType::QVariantList: {
       const QVariantList l = v.toList();
-      if (l.size() == 3) return QStringLiteral("p:") + formatPoint(l[0].toDouble(), l[1].toDouble(), l[2].toDouble());
+      if (l.size() == 3)
+        return QStringLiteral("p:") +
+               formatPoint(l[0].toDouble(), l[1].toDouble(), l[2].toDouble());
       return QStringLiteral("n:");
     }
     default: return v.isValid() ? QStringLiteral("s:") + v.toString() : QStringLiteral("n:");

@@ -1,5 +1,7 @@
 #include "slideview.h"
 
+#include <QApplication>
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -58,12 +60,22 @@ void SlideView::paintEvent(QPaintEvent*) {
 }
 
 void SlideView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton)
+  pressedAt_ = QPoint(-1, -1);
+  if (event->button() == Qt::LeftButton) {
+    pressedAt_ = event->position().toPoint();
     emit leftButtonDown(index_);
+  }
   else if (event->button() == Qt::RightButton)
     emit rightButtonDown(index_);
   else
     event->ignore();
+}
+
+void SlideView::mouseMoveEvent(QMouseEvent* event) {
+  if (!(event->buttons() & Qt::LeftButton) || pressedAt_.x() < 0) return;
+  if ((event->position().toPoint() - pressedAt_).manhattanLength() < QApplication::startDragDistance()) return;
+  pressedAt_ = QPoint(-1, -1);
+  emit dragStarted(index_);
 }
 
 void SlideView::mouseDoubleClickEvent(QMouseEvent* event) {

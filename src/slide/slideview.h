@@ -44,14 +44,18 @@ class SlideView : public QWidget {
   void leftButtonDown(int index);
   void rightButtonDown(int index);
   void doubleClicked(int index);
+  // The left button held and moved beyond the drag distance: a drag may start.
+  void dragStarted(int index);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
 
  private:
   int index_;
+  QPoint pressedAt_{-1, -1};
   QString path_;
   QColor back_{Qt::black};
   SlideCache* cache_;

@@ -318,3 +318,28 @@ TEST_F(BlockverwaltungTest, FullViewStepsWithCrossedButtons) {
 
 }  // namespace
 }  // namespace kolvane
+
+namespace kolvane {
+namespace {
+
+TEST_F(BlockverwaltungTest, PageNameDialogNamesThePage) {
+  oeffnen();
+  bv_->GeheZuSeite(2, 0, "000");
+  prompt_->text("Arma'turen").text("Armaturen");  // the apostrophe is refused, the name kept for correction
+  bv_->seitennameDialog();
+  EXPECT_EQ(bv_->model().pageText, "Armaturen");
+  EXPECT_EQ(bv_->model().labSeitenNummer, "3");
+  EXPECT_TRUE(prompt_->asked.filter("input|").value(1).endsWith(labels().fctBeschriftFrmZuordnen(93)));
+  // Another page with the same name: asked; No leaves it.
+  bv_->GeheZuSeite(3, 0, "000");
+  prompt_->text("Armaturen").answer(Answer::No);
+  bv_->seitennameDialog();
+  EXPECT_EQ(bv_->model().pageText, "4");
+  EXPECT_EQ(prompt_->unexpected(), 0);
+  int16_t nr = 0;
+  EXPECT_TRUE(bv_->fctSeiteNrErmitteln("Armaturen", nr));
+  EXPECT_EQ(nr, 3);
+}
+
+}  // namespace
+}  // namespace kolvane

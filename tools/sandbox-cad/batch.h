@@ -1,0 +1,19 @@
+#pragma once
+// The batch mode: a script run as typed, the picks file answering at once,
+// the drawing saved, the command line history printed.
+#include <QString>
+
+class QTextStream;
+
+namespace sandbox {
+
+struct BatchOptions {
+  QString open, picks, script, save;
+  int screenWidth = 1024, screenHeight = 700;
+};
+
+// 0 when the script ran; 1 when it, the drawing or the picks file could not be
+// read or the drawing not be saved. The history goes to `out`.
+int runBatch(const BatchOptions& o, QTextStream& out);
+
+}  // namespace sandbox
