@@ -18,6 +18,7 @@
 #include "einfuegenanbindung.h"
 #include "eventsink.h"
 #include "frmblockverwaltung.h"
+#include "frmstartfenster.h"
 #include "frmvollbild.h"
 #include "host.h"
 #include "inifile.h"
@@ -274,6 +275,13 @@ bool Programm::Form_Load() {
     cad_->strDatenVerzeichnis = s.environment().configDir + QStringLiteral("host");
     if (fctAcadMenueEinrichten(*cad_)) fctAcadMenueLaden(*cad_);
   }
+  // 11. The start window, not modal, until the main form shows.
+  t.step(QStringLiteral("Startfenster anzeigen"));
+  FrmStartfenster startfenster;
+  if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
+    startfenster.show();
+    QCoreApplication::processEvents();
+  }
   // 12.-17. The form, labelled, with its grid.
   t.step(QStringLiteral("Blockverwaltung beschriften"));
   frm_ = std::make_unique<FrmBlockverwaltung>(*bv_);
@@ -329,6 +337,7 @@ bool Programm::Form_Load() {
   bv_->Anzeigen();
   frm_->show();
   frm_->raise();
+  startfenster.close();
   cad_->hWndHauptfenster = frm_->winId();
   emit geladen();
   return true;

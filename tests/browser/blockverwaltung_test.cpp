@@ -6,6 +6,8 @@
 #include "inifile.h"
 #include "labels.h"
 #include "vollbild.h"
+#include "frmstartfenster.h"
+#include <QLabel>
 
 namespace kolvane {
 namespace {
@@ -339,6 +341,22 @@ TEST_F(BlockverwaltungTest, PageNameDialogNamesThePage) {
   int16_t nr = 0;
   EXPECT_TRUE(bv_->fctSeiteNrErmitteln("Armaturen", nr));
   EXPECT_EQ(nr, 3);
+}
+
+}  // namespace
+}  // namespace kolvane
+
+namespace kolvane {
+namespace {
+
+TEST_F(BlockverwaltungTest, StartWindowNamesTheProgramAndItsVersion) {
+  FrmStartfenster f;
+  QStringList texte;
+  for (QLabel* l : f.findChildren<QLabel*>()) texte << l->text();
+  EXPECT_TRUE(texte.contains("Kolvane 9.0")) << texte.join('|').toStdString();
+  const QImage bild = f.grab().toImage();
+  EXPECT_FALSE(bild.isNull());
+  if (!qEnvironmentVariableIsEmpty("KOLVANE_SHOTS")) bild.save(qEnvironmentVariable("KOLVANE_SHOTS") + "/startfenster.png");
 }
 
 }  // namespace
