@@ -46,7 +46,9 @@ class ProgrammTest : public KolvaneTest {
       if (withHost) a.getObject = [this](QString*) -> Host* { return host_.get(); };
       return a;
     });
-    programm_->startServiceName = QStringLiteral("kolvane-test-%1").arg(quintptr(this));
+    // Unique per process and run: parallel test processes must not find each other.
+    programm_->startServiceName =
+        QStringLiteral("kolvane-test-%1-%2").arg(QCoreApplication::applicationPid()).arg(++laeufe_);
     programm_->beenden = [this](int code) { beendet_ = code; };
     return *programm_;
   }
@@ -60,6 +62,7 @@ class ProgrammTest : public KolvaneTest {
   FakeDesktop* desktop_ = nullptr;
   std::unique_ptr<Programm> programm_;
   int beendet_ = -1;
+  static inline int laeufe_ = 0;
 };
 
 TEST_F(ProgrammTest, FirstStartMakesTheFirstLibrary) {
