@@ -51,12 +51,7 @@ struct Welt {
   std::unique_ptr<FrmBlockverwaltung> frm;
 
   Welt() {
-    Environment env;
-    env.programDir = QCoreApplication::applicationDirPath();
-    env.configDir = tmp.path() + "/config/";
-    env.tempRoot = tmp.path() + "/temp/";
-    env.homeDir = tmp.path();
-    env.userStoreFile = tmp.path() + "/userstore.ini";
+    const Environment env = Environment::below(tmp.path());
     settings = std::make_unique<Settings>(env);
     setCurrentSettings(settings.get());
     const QString dir = tmp.path() + "/lib";

@@ -28,13 +28,7 @@ struct Welt {
   QList<int> ordnerID;
 
   Welt() {
-    Environment env;
-    env.programDir = QCoreApplication::applicationDirPath();
-    env.configDir = tmp.path() + "/config/";
-    env.tempRoot = tmp.path() + "/temp/";
-    env.homeDir = tmp.path();
-    env.userStoreFile = tmp.path() + "/userstore.ini";
-    QDir().mkpath(env.tempRoot);
+    const Environment env = Environment::below(tmp.path());
     settings = std::make_unique<Settings>(env);
     setCurrentSettings(settings.get());
     QDir().mkpath(tmp.path() + "/lib");

@@ -28,6 +28,7 @@
 #include "msgbox.h"
 #include "paths.h"
 #include "qtprompt.h"
+#include "recordhelpers.h"
 #include "remotedesktop.h"
 #include "remotehost.h"
 #include "schema.h"
@@ -386,14 +387,7 @@ bool Programm::Form_Unload() {
   if (!bytBeenden && !fctMsgboxFrageEinzeilig(131)) return false;
   // 4. Marks live only as long as the run.
   t.step(QStringLiteral("Markierte Bloecke aus Db löschen"));
-  if (lib_ && lib_->rsMarkierteBloecke.isOpen()) {
-    Recordset& rm = lib_->rsMarkierteBloecke;
-    rm.MoveFirst();
-    while (rm.RecordCount() > 0 && !rm.isEOF()) {
-      if (!rm.Delete()) break;
-      rm.MoveFirst();
-    }
-  }
+  if (lib_ && lib_->rsMarkierteBloecke.isOpen()) fctAlleEintraegLoeschen(lib_->rsMarkierteBloecke);
   // 5. Positions.
   if (!bytBeenden && bv_) {
     t.step(QStringLiteral("IniDatei speichern"));
@@ -416,11 +410,7 @@ void Programm::sofortBeenden() {
   // The host went: save and close without a question, then end.
   bytBeenden = false;
   entladen_ = false;
-  if (lib_ && lib_->rsMarkierteBloecke.isOpen()) {
-    Recordset& rm = lib_->rsMarkierteBloecke;
-    for (rm.MoveFirst(); rm.RecordCount() > 0 && !rm.isEOF(); rm.MoveFirst())
-      if (!rm.Delete()) break;
-  }
+  if (lib_ && lib_->rsMarkierteBloecke.isOpen()) fctAlleEintraegLoeschen(lib_->rsMarkierteBloecke);
   if (bv_ && frm_) positionenSpeichern();
   if (lib_) lib_->RecordsetsUndVerbindungSchliessen();
   QDir(settings_->strVerzeichnisTempKolvane()).removeRecursively();

@@ -68,9 +68,17 @@ QString Blockverwaltung::strSlideSpeicherInSlbOderSld() const {
 }
 
 QString Blockverwaltung::frei2() const {
-  const QString p = QDir(settings_.programDir()).filePath(QStringLiteral("frei2.sld"));
-  const QString found = fctDateiFinden(p);
-  return found.isEmpty() ? p : found;
+  // Looked up once: every free slot of every page shows it.
+  if (frei2_.isEmpty())
+    frei2_ = fctDateiFinden(QDir(settings_.programDir()).filePath(QStringLiteral("frei2.sld")));
+  return frei2_;
+}
+
+QColor Blockverwaltung::slideHintergrund() const {
+  // sBkColor, stored by the Windows edition as BGR; invalid leaves the default.
+  bool ok = false;
+  const long v = settings_.allg(QStringLiteral("sBkColor")).toLong(&ok);
+  return ok ? colorFromBgr(v) : QColor();
 }
 
 QString Blockverwaltung::slideAdresse(const QString& slideLib, const QString& slideName) const {
@@ -141,11 +149,7 @@ void Blockverwaltung::BlocknummernEinlesen(int32_t i) {
 
   // 3.-7. The block's row, its text and its slide.
   Recordset& rs = lib_.rsBlockInfo0;
-  bool gefunden = false;
-  if (rs.isOpen() && rs.RecordCount() > 0) {
-    rs.MoveFirst();
-    gefunden = rs.Find(QStringLiteral("Block Like '") + code + "'");
-  }
+  const bool gefunden = fctRsFind(rs, QStringLiteral("Block"), code);
   QString slide = frei2();
   if (gefunden) {
     slot.Benennung = altZeichenReparieren(rs.text(QStringLiteral("M0")));
@@ -165,11 +169,7 @@ void Blockverwaltung::BlocknummernEinlesen(int32_t i) {
   // 8. Marks.
   bool markiert = false;
   if (markierenAn && lib_.bytRsMarkierteBloeckeOkGleich1 == 1 && slot.Benennung != kFrei) {
-    Recordset& rm = lib_.rsMarkierteBloecke;
-    if (rm.isOpen() && rm.RecordCount() > 0) {
-      rm.MoveFirst();
-      markiert = rm.Find(QStringLiteral("BlockNr LIKE '") + code + "'");
-    }
+    markiert = fctRsFind(lib_.rsMarkierteBloecke, QStringLiteral("BlockNr"), code);
   }
   if (index >= 0 && size_t(index) < slotSlides_.size()) {
     slotSlides_[size_t(index)] = slide;
@@ -376,8 +376,7 @@ void Blockverwaltung::combutZurueckAnfang_Click() {
     if (!rs.isOpen() || rs.RecordCount() < 1) break;
     QString code = size_t(i) < aryTBloecke.size() ? aryTBloecke[size_t(i)].Block : QString();
     if (code.isEmpty()) code = fctBlockCode(lib_.strAktuelleOrdnerNr, i, aryPrefix);
-    rs.MoveFirst();
-    if (rs.Find(QStringLiteral("Block Like '") + code + "'")) {
+    if (fctRsFind(rs, QStringLiteral("Block"), code)) {
       gefunden = i;
       break;
     }
@@ -399,8 +398,7 @@ void Blockverwaltung::combutEnde_Click() {
     if (!fctPrefixEinlesen(letzter)) break;
     if (!rs.isOpen() || rs.RecordCount() < 1) continue;
     for (int32_t i = s1 * intBilder; i <= letzter; ++i) {
-      rs.MoveFirst();
-      if (rs.Find(QStringLiteral("Block Like '") + fctBlockCode(lib_.strAktuelleOrdnerNr, i, aryPrefix) + "'")) {
+      if (fctRsFind(rs, QStringLiteral("Block"), fctBlockCode(lib_.strAktuelleOrdnerNr, i, aryPrefix))) {
         treffer = true;
         break;
       }
@@ -694,11 +692,7 @@ void Blockverwaltung::Anzeigen() {
   m.labBezeichnung = fctBezeichnungsFeldAuslesen();
   // 9.-13. The active block's row.
   Recordset& rs = lib_.rsBlockInfo0;
-  bool zeile = false;
-  if (!frei && rs.isOpen() && rs.RecordCount() > 0) {
-    rs.MoveFirst();
-    zeile = rs.Find(QStringLiteral("Block Like '") + aktivierteBlocknummer + "'");
-  }
+  const bool zeile = !frei && fctRsFind(rs, QStringLiteral("Block"), aktivierteBlocknummer);
   m.enabled.clear();
   m.visible.clear();
   byteAnsichtVorhanden = 0;
@@ -752,13 +746,11 @@ void Blockverwaltung::Anzeigen() {
     if (rs.text(QStringLiteral("Block")).isEmpty()) anzahl = QStringLiteral("0");
   }
   m.statusText = labels().fctBeschriftFrmZuordnen(QStringLiteral("frmBlockverwaltung.StatusBar1")) + " " + anzahl;
-  const QString bk = settings_.allg(QStringLiteral("sBkColor"));
-  m.slideBack = QColor();
-  if (!bk.isEmpty()) {
-    bool ok = false;
-    const long v = bk.toLong(&ok);
-    if (ok) m.slideBack = colorFromBgr(v);  // stored by the Windows edition as BGR
+  if (!slideBackGelesen_) {
+    slideBack_ = slideHintergrund();
+    slideBackGelesen_ = true;
   }
+  m.slideBack = slideBack_;
   if (hooks.anzeigen) hooks.anzeigen(m);
 }
 
@@ -769,11 +761,7 @@ void Blockverwaltung::lisBlockBenennungAktualisieren(const QString& name) {
   for (int32_t i = s1 * intBilder; i < s1 * intBilder + intBilder && size_t(i) < aryTBloecke.size(); ++i)
     lisBlockBenennung << aryTBloecke[size_t(i)].Benennung;
   Recordset& rs = lib_.rsBlockInfo0;
-  bool zeile = false;
-  if (rs.isOpen() && rs.RecordCount() > 0) {
-    rs.MoveFirst();
-    zeile = rs.Find(QStringLiteral("Block Like '") + aktivierteBlocknummer + "'");
-  }
+  const bool zeile = fctRsFind(rs, QStringLiteral("Block"), aktivierteBlocknummer);
   if (size_t(pos) < slotSlides_.size()) {
     slotSlides_[size_t(pos)] = zeile ? slideAdresse(rs.text(QStringLiteral("SlideLib"))) : frei2();
     if (!zeile) slotMarked_[size_t(pos)] = false;
@@ -870,9 +858,7 @@ bool Blockverwaltung::Timer2_Timer(bool linkeTasteGedrueckt, const QPoint& curso
   // 2./3. The block and its views; a free slot or a single view doesn't cycle.
   if (timer2ErsterLauf_ && timer2Schritt_ < 1) {
     Recordset& rs = lib_.rsBlockInfo0;
-    if (!rs.isOpen() || rs.RecordCount() < 1) return false;
-    rs.MoveFirst();
-    if (!rs.Find(QStringLiteral("Block Like '") + aktivierteBlocknummer + "'")) return false;
+    if (!fctRsFind(rs, QStringLiteral("Block"), aktivierteBlocknummer)) return false;
     timer2Ansichten_ = anzahlAnsichten();
   }
   if (timer2Ansichten_ < 2) return false;

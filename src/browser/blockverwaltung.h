@@ -1,4 +1,5 @@
 #pragma once
+#include <QColor>
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -166,6 +167,8 @@ class Blockverwaltung {
   // Paths of the library.
   QString bibliotheksVerzeichnis() const { return lib_.VerzeichnisOhneDb; }
   QString frei2() const;
+  // The back colour of the slides from the settings (sBkColor).
+  QColor slideHintergrund() const;
   QString slideAdresse(const QString& slideLib, const QString& slideName = QStringLiteral("0A")) const;
 
  private:
@@ -182,6 +185,9 @@ class Blockverwaltung {
   std::vector<QString> slotSlides_;   // per picture of the page
   std::vector<bool> slotMarked_;
   bool bytBlocknummernEingelesen_ = false;
+  mutable QString frei2_;
+  QColor slideBack_;
+  bool slideBackGelesen_ = false;
   // View cycling (Timer2).
   QPoint timer2Start_;
   int timer2Schritt_ = 0;

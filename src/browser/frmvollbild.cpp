@@ -5,8 +5,6 @@
 #include <QVBoxLayout>
 
 #include "labels.h"
-#include "settings.h"
-#include "slidecolors.h"
 #include "slideview.h"
 
 namespace kolvane {
@@ -23,11 +21,8 @@ FrmVollbild::FrmVollbild(Vollbild& logic, QWidget* parent) : QDialog(parent), lo
   auto* layout = new QVBoxLayout(this);
   sldVollbild_ = new SlideView(0, this);
   sldVollbild_->setObjectName(QStringLiteral("sldVollbild"));
-  if (Settings* s = currentSettings()) {
-    bool ok = false;
-    const long bgr = s->allg(QStringLiteral("sBkColor")).toLong(&ok);
-    if (ok) sldVollbild_->setBackColor(colorFromBgr(bgr));
-  }
+  const QColor back = logic_.hintergrund();
+  if (back.isValid()) sldVollbild_->setBackColor(back);
   layout->addWidget(sldVollbild_, 1);
   auto* buttons = new QHBoxLayout;
   cmbVor_ = new QPushButton(caption("cmbVor"));

@@ -2,6 +2,7 @@
 
 #include "blockverwaltung.h"
 #include "layout.h"
+#include "recordhelpers.h"
 
 namespace kolvane {
 
@@ -19,6 +20,8 @@ Vollbild::Vollbild(Blockverwaltung& bv, const QString& slide, int ansicht)
                : slide + "(" + QString::number(ansicht) + "A)";
 }
 
+QColor Vollbild::hintergrund() const { return bv_.slideHintergrund(); }
+
 void Vollbild::cmbVor_Click() {
   bv_.Command1_Click(1);
   zeichnen();
@@ -32,12 +35,7 @@ void Vollbild::cmbZurueck_Click() {
 void Vollbild::zeichnen() {
   if (gegeben_) return;
   Recordset& rs = bv_.bibliothek().rsBlockInfo0;
-  bool zeile = false;
-  if (rs.isOpen() && rs.RecordCount() > 0) {
-    rs.MoveFirst();
-    zeile = rs.Find(QStringLiteral("Block Like '") + bv_.aktivierteBlocknummer + "'");
-  }
-  if (!zeile) {
+  if (!fctRsFind(rs, QStringLiteral("Block"), bv_.aktivierteBlocknummer)) {
     slide_ = bv_.frei2();
     return;
   }

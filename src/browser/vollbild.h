@@ -1,4 +1,5 @@
 #pragma once
+#include <QColor>
 #include <QString>
 
 namespace kolvane {
@@ -15,6 +16,7 @@ class Vollbild {
   Vollbild(Blockverwaltung& bv, const QString& slide, int ansicht);
 
   QString slide() const { return slide_; }
+  QColor hintergrund() const;  // the slides' back colour of the page
   bool cmbVorAktiv() const { return vorAktiv_; }
   bool cmbZurueckAktiv() const { return zurueckAktiv_; }
 

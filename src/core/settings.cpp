@@ -79,6 +79,16 @@ Environment Environment::fromSystem() {
   return e;
 }
 
+Environment Environment::below(const QString& root) {
+  Environment e = fromSystem();
+  e.configDir = root + QStringLiteral("/config/");
+  e.tempRoot = root + QStringLiteral("/temp/");
+  e.homeDir = root;
+  e.userStoreFile = root + QStringLiteral("/userstore.ini");
+  QDir().mkpath(e.tempRoot);
+  return e;
+}
+
 Settings::Settings(Environment env) : env_(std::move(env)) {
   store_ = std::make_unique<UserStore>(env_.userStoreFile);
   sCTemp = env_.tempRoot;

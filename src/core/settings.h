@@ -77,6 +77,9 @@ struct Environment {
   QString homeDir;       // for the default directory strVerzeichnisVorgabe
   QString userStoreFile; // "" = the platform's per-user store
   static Environment fromSystem();
+  // The program directory as fromSystem finds it, every other place below
+  // root: for tools and benchmarks that must not touch the user's settings.
+  static Environment below(const QString& root);
 };
 
 // The last place of the user in a library (dbKolvane.ini, section "Position").

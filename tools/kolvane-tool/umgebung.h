@@ -15,19 +15,7 @@ namespace kolvane::tool {
 class Umgebung {
  public:
   Umgebung() {
-    Environment env;
-    env.programDir = QCoreApplication::applicationDirPath();
-    if (!QFileInfo::exists(QDir(env.programDir).filePath(QStringLiteral("txtPrefix.txt")))) {
-      const QString installiert =
-          QDir(env.programDir).absoluteFilePath(QStringLiteral("../share/kolvane"));
-      if (QFileInfo::exists(QDir(installiert).filePath(QStringLiteral("txtPrefix.txt"))))
-        env.programDir = QDir::cleanPath(installiert);
-    }
-    env.configDir = tmp_.path() + QStringLiteral("/config/");
-    env.tempRoot = tmp_.path() + u'/';
-    env.homeDir = tmp_.path();
-    env.userStoreFile = tmp_.path() + QStringLiteral("/userstore.ini");
-    settings_ = std::make_unique<Settings>(env);
+    settings_ = std::make_unique<Settings>(Environment::below(tmp_.path()));
     setCurrentSettings(settings_.get());
   }
   ~Umgebung() { setCurrentSettings(nullptr); }
