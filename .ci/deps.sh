@@ -3,7 +3,8 @@
 # what is missing. Runs as root; `apt-get update` once, before the first install.
 set -euo pipefail
 pkgs=(cmake ninja-build g++ make qt6-base-dev libqt6sql6-sqlite libgl-dev
-      libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev xvfb)
+      libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev xvfb
+      libdxflib-dev python3-ezdxf)
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -16,6 +16,7 @@
 #include "ltscript.h"
 #include "remotedesktop.h"
 #include "remotehost.h"
+#include "sandboxprocess.h"
 #include "slidereader.h"
 
 namespace kolvane {
@@ -61,11 +62,9 @@ class BoundedDesktop : public Desktop {
 class SandboxE2E : public KolvaneTest {
  protected:
   void TearDown() override {
-    if (proc_.state() != QProcess::NotRunning) {
-      proc_.terminate();
-      if (!proc_.waitForFinished(5000)) proc_.kill();
-      proc_.waitForFinished(2000);
-    }
+    // Every error line of the host that the test did not name fails it.
+    cad_.checkErrorLines();
+    cad_.stop();
     KolvaneTest::TearDown();
   }
 
@@ -73,20 +72,7 @@ class SandboxE2E : public KolvaneTest {
   bool startSandbox(const QString& picks, const QStringList& more = {}) {
     socket_ = path("cad.sock");
     writeFile(path("picks.txt"), picks.toUtf8());
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    proc_.setProcessEnvironment(env);
-    proc_.setProcessChannelMode(QProcess::MergedChannels);
-    proc_.start(SANDBOX_CAD_EXE,
-                QStringList{"--socket", socket_, "--picks", path("picks.txt")} + more);
-    QElapsedTimer t;
-    t.start();
-    while (!output_.contains("listening") && t.elapsed() < kBound) {
-      proc_.waitForReadyRead(200);
-      output_ += proc_.readAll();
-      if (proc_.state() == QProcess::NotRunning) break;
-    }
-    return output_.contains("listening");
+    return cad_.start(socket_, path("picks.txt"), more, kBound);
   }
 
   QString writeBlock(const QString& name) {
@@ -111,14 +97,13 @@ class SandboxE2E : public KolvaneTest {
     });
   }
 
-  QProcess proc_;
+  SandboxProcess cad_{SANDBOX_CAD_EXE};
   QString socket_;
-  QByteArray output_;
 };
 
 TEST_F(SandboxE2E, AutomationRouteInsertsWritesBlocksAndShootsSlides) {
   const QString block = writeBlock("b.dwg");
-  ASSERT_TRUE(startSandbox("120,80\nwindow 100,70 150,100\nENTER\nESC\n")) << output_.toStdString();
+  ASSERT_TRUE(startSandbox("120,80\nwindow 100,70 150,100\nENTER\nESC\n")) << cad_.output().toStdString();
 
   auto remote = connectSandboxDesktop(socket_);
   ASSERT_TRUE(remote);
@@ -215,7 +200,11 @@ TEST_F(SandboxE2E, AutomationRouteInsertsWritesBlocksAndShootsSlides) {
   EXPECT_EQ(b.EventActivX->sEndCommand, "-INSERT");
 
   // Bad input at the host: a message there, nothing breaks.
-  EXPECT_TRUE(SendCommand(b, "._gibtsnicht \r(unbekannt)\r._-insert " + path("fehlt.dwg") + "\r"));
+  EXPECT_TRUE(SendCommand(b, "._gibtsnicht\r(unbekannt)\r._-insert " + path("fehlt.dwg") + "\r"));
+  cad_.expectError("GIBTSNICHT");
+  cad_.expectError("no function definition: UNBEKANNT");
+  cad_.expectError("fehlt.dwg");
+  EXPECT_EQ(cad_.errorLines().size(), 3);
   EXPECT_FALSE(host->getVariable("keinevariable").isValid());
   EXPECT_TRUE(host->failed());
   host->clearError();
@@ -227,14 +216,14 @@ TEST_F(SandboxE2E, AutomationRouteInsertsWritesBlocksAndShootsSlides) {
   QObject::connect(&b, &CadBridge::programmBeenden, [&quit] { quit = true; });
   ASSERT_TRUE(SendCommand(b, "quit\r"));
   EXPECT_TRUE(waitFor([&] { return quit; }));
-  EXPECT_TRUE(proc_.waitForFinished(kBound));
+  EXPECT_TRUE(cad_.waitForFinished(kBound));
 }
 
 TEST_F(SandboxE2E, KeystrokeRoutePlacesTheBlockAtThePickedPoint) {
   const QString block = writeBlock("Tisch 1.dwg");
   settings_->subPfadeFestlegen();
   settings_->fctWertAllgInIniSpeichern("LtTitel1", "Sandbox CAD LT");
-  ASSERT_TRUE(startSandbox("30,40\n", {"--keystroke"})) << output_.toStdString();
+  ASSERT_TRUE(startSandbox("30,40\n", {"--keystroke"})) << cad_.output().toStdString();
 
   auto remote = connectSandboxDesktop(socket_);
   ASSERT_TRUE(remote);
@@ -291,8 +280,7 @@ TEST_F(SandboxE2E, ADeadSandboxIsAnErrorNotAHang) {
   EXPECT_EQ(host->version(), "19.1s (Sandbox)");
   // A command that waits for the user, then the host goes away.
   ASSERT_TRUE(host->sendCommand("._line \r"));
-  proc_.kill();
-  proc_.waitForFinished(kBound);
+  cad_.kill();
   QElapsedTimer t;
   t.start();
   EXPECT_FALSE(host->getPoint(std::nullopt, "Punkt: ").has_value());
@@ -302,6 +290,34 @@ TEST_F(SandboxE2E, ADeadSandboxIsAnErrorNotAHang) {
   QString error;
   EXPECT_FALSE(connectSandboxHost(socket_, &error));
   EXPECT_FALSE(error.isEmpty());
+}
+
+// UNDO Back with no mark set asks before it undoes everything; the user
+// answers. With a mark it goes back to it without a question.
+TEST_F(SandboxE2E, UndoBackWithoutAMarkAsksAndTheUserAnswers) {
+  ASSERT_TRUE(startSandbox("ENTER\n"));
+  auto host = connectSandboxHost(socket_);
+  ASSERT_TRUE(host);
+  host->setCallTimeout(kBound);
+  auto idle = [&] {
+    return waitFor([&] { return host->getVariable("CMDACTIVE").toInt() == 0; });
+  };
+  ASSERT_TRUE(host->sendCommand("._line 0,0 10,0\r\r"));
+  ASSERT_TRUE(host->sendCommand("._undo _b "));
+  // The question waits for the user; then everything is undone.
+  EXPECT_EQ(host->getVariable("CMDACTIVE").toInt(), 1);
+  ASSERT_TRUE(idle());
+  ASSERT_TRUE(host->sendCommand("._-wblock " + path("a.dwg") + "\r*\r"));
+  sandbox::Drawing d;
+  QString error;
+  ASSERT_TRUE(sandbox::readDxfFile(path("a.dwg"), d, &error)) << error.toStdString();
+  EXPECT_TRUE(d.entities.empty());
+
+  ASSERT_TRUE(host->sendCommand("._undo _m ._line 0,0 10,0\r\r._line 0,0 0,5\r\r._undo _b "));
+  EXPECT_EQ(host->getVariable("CMDACTIVE").toInt(), 0);
+  ASSERT_TRUE(host->sendCommand("._-wblock " + path("b.dwg") + "\r*\r"));
+  ASSERT_TRUE(sandbox::readDxfFile(path("b.dwg"), d, &error)) << error.toStdString();
+  EXPECT_TRUE(d.entities.empty());
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ TEST(Protocol, FieldsAndValuesSurviveTheLine) {
 
 TEST_F(SandboxTest, AutomationQuestionsAreAnsweredAtTheCommandLine) {
   picks("4,5\nESC\nreal 2.5\nstring mit Blank\nwindow -1,-1 3,3\nENTER\n");
-  run("._line 0,0 2,2 \r._circle 50,50 1 \r");
+  run("._line 0,0 2,2 \r._circle 50,50 1\r");
   QStringList answers;
   auto keep = [&](const QStringList& v) { answers << (v.isEmpty() ? QString("-") : v.join('|')); };
   in_->requestPoint(Point{1, 1, 0}, "Punkt: ", keep);
@@ -110,6 +110,7 @@ TEST_F(SandboxTest, AutomationQuestionsAreAnsweredAtTheCommandLine) {
 
 TEST_F(SandboxTest, ScriptedUserActsRightAfterTheProgramPolledAKey) {
   in_->setUserMode(Interpreter::UserMode::Scripted);
+  in_->setUserOnPoll(true);
   in_->setUserDelay(60000);  // only the question makes the user act here
   picks("7,8\n");
   run("._circle ");
@@ -118,7 +119,7 @@ TEST_F(SandboxTest, ScriptedUserActsRightAfterTheProgramPolledAKey) {
   EXPECT_EQ(in_->keyQuestion(1), 0);
   EXPECT_EQ(in_->keyQuestion(1), 1);
   settle();
-  run("3 \r");
+  run("3\r");
   ASSERT_EQ(drawing().entities.size(), 1u);
   EXPECT_EQ(last().p1, (Point{7, 8, 0}));
   // Not waiting: a question leaves the picks alone.

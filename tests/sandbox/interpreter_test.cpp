@@ -2,6 +2,7 @@
 // Lisp with pause, and what comes of bad input.
 #include <QFile>
 
+#include "integration.h"
 #include "sandboxtest.h"
 
 namespace sandbox {
@@ -27,17 +28,67 @@ TEST_F(SandboxTest, PrefixesBlanksAndReturnsEndArguments) {
 }
 
 TEST_F(SandboxTest, UnknownCommandsAndBadAnswersAreReportedAndTheLineGoesOn) {
-  run(QStringLiteral("._frobnicate \r._circle nirgends 5,5 2 \r(undefiniert 1)\r(setq a \r"));
-  EXPECT_THAT(history().toStdString(), HasSubstr("Unbekannter Befehl \"FROBNICATE\""));
-  EXPECT_THAT(history().toStdString(), HasSubstr("Punkt erwartet."));
-  EXPECT_THAT(history().toStdString(), HasSubstr("Funktion nicht definiert: UNDEFINIERT"));
+  // A word where a point is asked is refused and the question comes again.
+  run(QStringLiteral("._frobnicate\r._circle nirgends 5,5 2\r(undefiniert 1)\r(setq a \r"));
+  EXPECT_EQ(in_->errorLines(),
+            (QStringList{"Unbekannter Befehl \"FROBNICATE\".  Drücken Sie F1 für Hilfe.",
+                         "Punkt oder Option-Schlüsselwort erforderlich.",
+                         "; Fehler: no function definition: UNDEFINIERT"}));
   ASSERT_EQ(drawing().entities.size(), 1u);
   EXPECT_EQ(last().type, EntityType::Circle);
   EXPECT_EQ(last().radius, 2);
   // The open expression waits for its end; Escape drops it and the next line works.
   in_->cancel();
-  run(QStringLiteral("._circle 0,0 1 \r"));
+  run(QStringLiteral("._circle 0,0 1\r"));
   EXPECT_EQ(drawing().entities.size(), 2u);
+}
+
+TEST_F(SandboxTest, ReturnAtTheCommandPromptRepeatsTheLastCommand) {
+  in_->setUserMode(Interpreter::UserMode::Interactive);
+  run(QStringLiteral("._circle 0,0 1\r\r5,5 2\r "));
+  ASSERT_EQ(drawing().entities.size(), 2u);
+  EXPECT_EQ(last().p1, (Point{5, 5, 0}));
+  // The blank repeated it a third time: it waits for its centre.
+  EXPECT_TRUE(in_->commandActive());
+  in_->cancel();
+  settle();
+  // The same through Lisp: "" at the command prompt is a Return too.
+  run(QStringLiteral("(command \"._circle\" \"1,1\" \"1\" \"\" \"2,2\" \"1\")\r"));
+  EXPECT_EQ(drawing().entities.size(), 4u);
+  EXPECT_TRUE(in_->errorLines().isEmpty());
+}
+
+TEST_F(SandboxTest, KeywordsFollowTheHostsLanguage) {
+  // German host: local words without "_", the global ones with it; any
+  // beginning as long as the capitals.
+  run(QStringLiteral("._line 0,0 10,0\r\r._undo _m ._line 0,0 0,5\r\r._undo z\r"));
+  EXPECT_EQ(drawing().entities.size(), 1u);
+  EXPECT_TRUE(in_->errorLines().isEmpty());
+  // "_z" is no global keyword: refused, asked again, Return takes the default (1).
+  run(QStringLiteral("._undo _z\r\r"));
+  EXPECT_EQ(in_->errorLines(), QStringList{"Ungültiges Option-Schlüsselwort."});
+  EXPECT_TRUE(drawing().entities.empty());
+  // English host: "b" is Back, "z" nothing.
+  in_->setLanguage(Language::English);
+  run(QStringLiteral("._line 0,0 10,0\r\r._undo m ._line 0,0 0,5\r\r._undo b "));
+  EXPECT_EQ(drawing().entities.size(), 1u);
+  run(QStringLiteral("._undo z\r\r"));
+  EXPECT_EQ(in_->errorLines().last(), QStringLiteral("Invalid option keyword."));
+  EXPECT_EQ(in_->currentPrompt(), QStringLiteral("Command: "));
+}
+
+TEST_F(SandboxTest, KeywordMatchingByCapitals) {
+  const QList<Keyword> change = parseKeywords(
+      "Farbe|Color Erhebung|Elev LAyer|LAyer LTyp|LType ltFaktor|ltScale Eigenschaften|Properties");
+  EXPECT_EQ(matchKeyword("_la", change, Language::German), 2);
+  EXPECT_EQ(matchKeyword("_prop", change, Language::German), 5);
+  EXPECT_EQ(matchKeyword("_col", change, Language::German), 0);
+  EXPECT_EQ(matchKeyword("f", change, Language::German), 0);
+  EXPECT_EQ(matchKeyword("l", change, Language::German), -1);  // LA or LT?
+  EXPECT_EQ(matchKeyword("s", change, Language::English), 4);   // ltScale by its capital
+  EXPECT_EQ(matchKeyword("_f", change, Language::German), -1);  // German word with "_"
+  EXPECT_EQ(matchKeyword("c", change, Language::English), 0);
+  EXPECT_EQ(matchKeyword("c", change, Language::German), -1);
 }
 
 TEST_F(SandboxTest, LispCommandWithPauseTakesThePickAndReportsItsEnd) {
@@ -95,8 +146,8 @@ TEST_F(SandboxTest, ScriptStopsInsideTheInsertAndTheUserGoesOn) {
 
 TEST_F(SandboxTest, SentStringsWaitBehindTheUser) {
   in_->setUserMode(Interpreter::UserMode::Interactive);
-  in_->send(QStringLiteral("._circle 0,0 1 \r._move (entlast)  1,1,0 "));
-  in_->send(QStringLiteral("._circle 50,50 2 \r"));
+  in_->send(QStringLiteral("._circle 0,0 1\r._move (entlast)  1,1,0 "));
+  in_->send(QStringLiteral("._circle 50,50 2\r"));
   settle();
   // The move waits for its second point; the next string does not answer it.
   ASSERT_TRUE(in_->waitingForUser());
@@ -106,54 +157,22 @@ TEST_F(SandboxTest, SentStringsWaitBehindTheUser) {
   ASSERT_EQ(drawing().entities.size(), 2u);
   EXPECT_EQ(drawing().entities[0].p1, (Point{10, 20, 0}));
   EXPECT_EQ(drawing().entities[1].radius, 2);
+  // Told to, the sandbox feeds a string to the open prompt instead.
+  in_->setFeedPending(true);
+  in_->send(QStringLiteral("._move (entlast)  0,0,0 "));
+  settle();
+  ASSERT_TRUE(in_->waitingForUser());
+  in_->send(QStringLiteral("5,5,0 "));
+  settle();
+  EXPECT_FALSE(in_->commandActive());
+  EXPECT_EQ(drawing().entities[1].p1, (Point{55, 55, 0}));
 }
 
 TEST_F(SandboxTest, InsertLspDefinesTheFunctionTheLispRouteCalls) {
   const QString block = writeBlock("b.dwg");
-  // insert.lsp as the program writes it.
-  const QString q = QStringLiteral("\"");
-  QStringList lsp = {"(defun kolvane_einfuege(pfad x y winkel lay0 atted expl ary)",
-                     "",
-                     "  (setvar" + q + "cmdecho" + q + " 1)",
-                     "",
-                     "  (command" + q + "._insert" + q + " pfad pause)",
-                     "",
-                     "  (if x",
-                     "    (command x)",
-                     "    (command pause)",
-                     "  );Ende if",
-                     "",
-                     "  (if y",
-                     "    (command y)",
-                     "    (command pause)",
-                     "  );Ende if",
-                     "",
-                     "  (if winkel",
-                     "    (command Winkel)",
-                     "    (command pause)",
-                     "  );Ende if",
-                     "           ",
-                     "  (if lay0",
-                     "    (command " + q + "._change" + q + " (entlast) " + q + " " + q + " " + q +
-                         " " + q + " " + q + "_prop" + q + " " + q + " " + q + " " + q + "_la" + q +
-                         " " + q + " " + q + " " + q + "0" + q + " " + q + " " + q + " " + q + " " +
-                         q + ")",
-                     "  );Ende if",
-                     "",
-                     "  (if atted",
-                     "    (command " + q + "._attedit" + q + " (entlast))",
-                     "  );Ende if",
-                     "",
-                     "  (if expl",
-                     "    (command " + q + "._explode" + q + " (entlast))",
-                     "  );Ende if",
-                     "",
-                     "  (if ary",
-                     "    (command " + q + "._array" + q + " (entlast))",
-                     "  );Ende if",
-                     "",
-                     ");Ende defun"};
-  KolvaneTest::writeFile(path("insert.lsp"), lsp.join("\r\n").toUtf8());
+  // insert.lsp as the program writes it: each argument of its (command ...)
+  // calls is one whole answer.
+  ASSERT_TRUE(kolvane::WriteInsertLsp(path("insert.lsp")));
   picks("5,6\nENTER\n");
   run(QStringLiteral("-layer m Elektro \r(load \"%1\")\r(kolvane_einfuege \"%2\" \"1.5\" nil \"0\" "
                      "\"1\" nil nil nil)\r")

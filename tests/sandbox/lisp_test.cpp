@@ -129,7 +129,8 @@ TEST_F(LispTest, CommandFunctionsAndTheCad) {
   eval("(command \"._-insert\" \"b.dwg\" pause \"1\" 2 2.5 '(1 2))");
   EXPECT_EQ(env.commands.last(), "\"._-insert\" \"b.dwg\" \"\\\\\" \"1\" 2 2.5 (1 2)");
   env.failCommands = true;
-  EXPECT_EQ(eval("(progn (command \"x\") (princ \"never\"))"), "ERR Fehler: Funktion abgebrochen");
+  EXPECT_EQ(eval("(progn (command \"x\") (princ \"never\"))"),
+            "ERR ; Fehler: Funktion abgebrochen");
   EXPECT_TRUE(env.printed.isEmpty());
 
   EXPECT_EQ(eval("(setvar \"filedia\" 0)"), "0");
@@ -159,7 +160,7 @@ TEST_F(LispTest, LoadEvaluatesAFileAndReportsAMissingOne) {
   QString error;
   lisp.runCommand("KOLVANE9", &error);
   EXPECT_EQ(env.started, QStringList{"C:\\Programme\\k.exe|"});
-  EXPECT_EQ(eval("(load \"fehlt.lsp\")"), "ERR Fehler: LOAD fehlgeschlagen: \"fehlt.lsp\"");
+  EXPECT_EQ(eval("(load \"fehlt.lsp\")"), "ERR ; Fehler: LOAD fehlgeschlagen: \"fehlt.lsp\"");
   EXPECT_EQ(eval("(load \"fehlt.lsp\" \"ersatz\")"), "\"ersatz\"");
   EXPECT_EQ(eval("(findfile \"fehlt.lsp\")"), "nil");
 }

@@ -8,6 +8,7 @@
 #include "sandboxtest.h"
 
 namespace sandbox {
+using ::testing::HasSubstr;
 
 namespace proto = kolvane::sandboxproto;
 
@@ -138,7 +139,7 @@ TEST_F(ServerTest, KeystrokeModeRefusesTheAutomationSide) {
 TEST_F(ServerTest, SendCommandReturnsWhenTheUserIsNeededAndEventsComeFirst) {
   serve();
   QLocalSocket* host = client("host");
-  EXPECT_EQ(call(host, {"sendCommand", "._circle 0,0 1 \r"}), QStringList{"ok"});
+  EXPECT_EQ(call(host, {"sendCommand", "._circle 0,0 1\r"}), QStringList{"ok"});
   EXPECT_EQ(wire_, (QStringList{"! beginCommand CIRCLE", "! endCommand CIRCLE"}));
   wire_.clear();
   // Stopped at the user's pick: the call is answered all the same. (A Lisp
@@ -147,15 +148,21 @@ TEST_F(ServerTest, SendCommandReturnsWhenTheUserIsNeededAndEventsComeFirst) {
   EXPECT_EQ(call(host, {"sendCommand", "._line 5,5 "}), QStringList{"ok"});
   EXPECT_EQ(wire_, QStringList{"! beginCommand LINE"});
   EXPECT_TRUE(in_->waitingForUser());
-  // The mslide queued behind the user writes only when the line has ended.
-  EXPECT_EQ(call(host, {"sendCommand", "._mslide " + path("a.sld") + "\r"}), QStringList{"ok"});
-  EXPECT_FALSE(QFile::exists(path("a.sld")));
+  // A busy host refuses what comes while the user is asked; nothing of it is
+  // kept for later.
+  const QStringList refused = call(host, {"sendCommand", "._mslide " + path("a.sld") + "\r"});
+  EXPECT_EQ(refused.value(0), "error");
+  EXPECT_THAT(refused.value(1).toStdString(), HasSubstr("beschäftigt"));
   QLocalSocket* desktop = client("desktop");
+  in_->setUserOnPoll(true);
   picks("9,9\nENTER\n");
   EXPECT_EQ(call(desktop, {"keyState", "27"}), (QStringList{"ok", "0"}));  // the user clicks now
   ASSERT_TRUE(waitUntil([this] { return drawing().entities.size() == 2; }));
   EXPECT_EQ(call(desktop, {"keyState", "1"}), (QStringList{"ok", "1"}));  // and presses Return
-  EXPECT_TRUE(waitUntil([this] { return QFile::exists(path("a.sld")); }));
+  ASSERT_TRUE(waitUntil([this] { return !in_->commandActive(); }));
+  EXPECT_FALSE(QFile::exists(path("a.sld")));
+  EXPECT_EQ(call(host, {"sendCommand", "._mslide " + path("a.sld") + "\r"}), QStringList{"ok"});
+  EXPECT_TRUE(QFile::exists(path("a.sld")));
   call(host, {"version"});
   EXPECT_EQ(wire_, (QStringList{"! beginCommand LINE", "! endCommand LINE", "! beginCommand MSLIDE",
                                 "! endCommand MSLIDE"}));
@@ -200,7 +207,7 @@ TEST_F(ServerTest, VariablesLayersDocumentsAndSelectionSets) {
 
   EXPECT_EQ(call(host, {"selectionSetAdd", "SS"}), QStringList{"ok"});
   EXPECT_EQ(call(host, {"selectionSetAdd", "ss"}).value(0), "error");
-  call(host, {"sendCommand", "._circle 0,0 1 \r._circle 10,10 1 \r"});
+  call(host, {"sendCommand", "._circle 0,0 1\r._circle 10,10 1\r"});
   const QString asked = send(host, {"selectOnScreen", "SS"});
   ASSERT_TRUE(waitUntil([this] { return in_->waitingForUser(); }));
   in_->userWindow({-2, -2, 0}, {2, 2, 0});

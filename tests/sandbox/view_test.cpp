@@ -162,7 +162,7 @@ TEST_F(SandboxTest, ZoomPanAndTheViewSize) {
 }
 
 TEST_F(SandboxTest, UndoStepsAreCommandsThatChangedTheDrawing) {
-  run("._circle 0,0 1 \r._circle 5,5 1 \r._zoom _e\r._circle 9,9 1 \r._undo _m ._circle 7,7 1 \r");
+  run("._circle 0,0 1\r._circle 5,5 1\r._zoom _e\r._circle 9,9 1\r._undo _m ._circle 7,7 1\r");
   run("._undo 2 ");  // the mark is passed over
   ASSERT_EQ(drawing().entities.size(), 2u);
   run("u\r");
@@ -179,7 +179,7 @@ TEST_F(SandboxTest, DocumentsOpenBesideOrInsteadAndCloseWithSaving) {
   ASSERT_TRUE(in_->openDocument(a, &error));
   EXPECT_EQ(in_->documentCount(), 1);  // the untouched new drawing made way
   EXPECT_EQ(in_->variable("dwgname").toString(), "a.dwg");
-  run("._circle 0,0 1 \r");
+  run("._circle 0,0 1\r");
   ASSERT_TRUE(in_->openDocument(b, &error));
   EXPECT_EQ(in_->documentCount(), 2);
   ASSERT_TRUE(in_->openDocument(a, &error));  // already open: made active
@@ -201,7 +201,7 @@ TEST_F(SandboxTest, BatchModeRunsSavesAndReports) {
   const QString block = writeBlock("b.dwg");
   // The pause takes the picks file's answer; an expression never closed is dropped.
   writeFile(path("run.scr"),
-            "._circle 1,1 1 \r\n(command \"._line\" \"0,0\" pause \"\")\r\n(setq offen\r\n");
+            "._circle 1,1 1\r\n(command \"._line\" \"0,0\" pause \"\")\r\n(setq offen\r\n");
   writeFile(path("picks.txt"), "2,2\n");
   QString out;
   QTextStream stream(&out);

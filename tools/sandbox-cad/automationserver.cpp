@@ -285,6 +285,13 @@ bool AutomationServer::hostOp(Client& c, const QString& id, const QString& op,
       return fail(why), true;
     ok();
   } else if (op == QLatin1String("sendCommand")) {
+    // A busy host refuses: a dialog is open, or a command waits for the user
+    // (unless the sandbox was told to feed such strings to the prompt).
+    if (in_.modal())
+      return fail(in_.text(QStringLiteral("*"), QStringLiteral("busyModal"), {in_.modalTitle()})),
+             true;
+    if (in_.waitingForUser() && !in_.feedPending())
+      return fail(in_.text(QStringLiteral("*"), QStringLiteral("busy"))), true;
     in_.send(args.value(0));
     waiting_.append({s, id});
   } else if (op == QLatin1String("getPoint") || op == QLatin1String("getCorner")) {

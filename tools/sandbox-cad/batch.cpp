@@ -10,12 +10,14 @@ namespace sandbox {
 
 int runBatch(const BatchOptions& o, QTextStream& out) {
   Interpreter in;
+  in.setLanguage(o.language);
   in.setUserMode(Interpreter::UserMode::Immediate);
   in.doc().view.screenWidth = o.screenWidth;
   in.doc().view.screenHeight = o.screenHeight;
   auto finish = [&](int status, const QString& problem) {
     if (!problem.isEmpty()) in.message(problem);
-    for (const QString& line : in.history()) out << line << '\n';
+    for (int i = 0; i < in.history().size(); ++i)
+      out << (in.isErrorLine(i) ? QStringLiteral("[error] ") : QString()) << in.history()[i] << '\n';
     out.flush();
     return status;
   };

@@ -7,12 +7,19 @@
 
 namespace sandbox {
 
-// -INSERT: "name", "file" or "name=file"; a file's drawing becomes the block
-// (asking before it replaces a block of that name, unless EXPERT is 2 or more).
+// -INSERT: "name", "file" or "name=file". A name or a file whose block is
+// defined uses that definition as it is; only "name=file" puts the file's
+// drawing in again, asking before it replaces the block unless EXPERT is 2
+// or more.
 Task<void> cmdInsert(Interpreter& in) {
   QString named;
   for (;;) {
-    named = co_await askWord(in, QStringLiteral("Blocknamen eingeben oder [?]: "));
+    const Entity* last = in.doc().drawing.entity(in.doc().lastInserted);
+    const QString offered = last && last->type == EntityType::Insert ? last->blockName : QString();
+    Ask a = offered.isEmpty() ? in.prompt("-INSERT", "name")
+                              : in.prompt("-INSERT", "nameLast", {offered});
+    named = co_await askWord(in, a);
+    if (named.isEmpty()) named = offered;
     if (named == QLatin1String("?")) {
       for (const BlockDef& b : in.doc().drawing.blocks) in.message(QStringLiteral("  ") + b.name);
       continue;
@@ -26,70 +33,63 @@ Task<void> cmdInsert(Interpreter& in) {
     file = named.mid(eq + 1);
     if (file.isEmpty()) file = name;
   } else if (!in.doc().drawing.block(named)) {
-    file = named;
-    name = QFileInfo(QString(named).replace(QLatin1Char('\\'), QLatin1Char('/'))).completeBaseName();
+    name =
+        QFileInfo(QString(named).replace(QLatin1Char('\\'), QLatin1Char('/'))).completeBaseName();
+    if (!in.doc().drawing.block(name)) file = named;
   }
   if (!file.isEmpty()) {
     Drawing source;
     QString path;
     if (!loadDrawingFile(in, file, &source, &path)) co_return;
     bool define = true;
-    if (in.doc().drawing.block(name) && in.variable(QStringLiteral("EXPERT")).toInt() < 2) {
-      define = co_await askYesNo(
-          in, QStringLiteral("Block \"%1\" neu definieren? [Ja/Nein] <Nein>: ").arg(name), false);
-      if (!define) in.message(QStringLiteral("Block \"%1\" nicht neu definiert.").arg(name));
+    if (eq >= 0 && in.doc().drawing.block(name) &&
+        in.variable(QStringLiteral("EXPERT")).toInt() < 2) {
+      const Ask redefine = in.prompt("-INSERT", "redefine", {name});
+      define = co_await askYesNo(in, redefine, false);
+      if (!define) in.message(in.text("-INSERT", "notRedefined", {name}));
     }
     if (define) {
       defineBlock(in.doc().drawing, name, source);
       in.changed();
     }
   }
-  if (!in.doc().drawing.block(name)) {
-    in.message(QStringLiteral("Block \"%1\" nicht gefunden.").arg(name));
+  const BlockDef* b = in.doc().drawing.block(name);
+  if (!b) {
+    in.error(in.text("-INSERT", "blockNotFound", {name}));
     co_return;
   }
-  co_await placeReference(in, in.doc().drawing.block(name)->name);
+  co_await placeReference(in, QStringLiteral("-INSERT"), b->name);
 }
 
-// -XREF, attach: the drawing stays in its file; its content is shown.
+// -XREF, attach: the drawing stays in its file; its content is shown. The
+// other options are not in the sandbox.
 Task<void> cmdXref(Interpreter& in) {
-  const QString option = co_await askWord(
-      in, QStringLiteral("Option eingeben [?/Binden/Lösen/Pfad/Neu laden/Zuordnen] <Zuordnen>: "));
-  const Answer o{Answer::Word, option};
-  if (!option.isEmpty() && !o.is("z,zuordnen,a,attach")) {
-    in.message(QStringLiteral("Diese Option ist nicht verfügbar: %1").arg(option));
+  const QString option = co_await askKeyword(in, in.prompt("-XREF", "option"));
+  if (!option.isEmpty() && option != QLatin1String("Attach")) {
+    in.error(in.text("-XREF", "optionNotInSandbox", {option}));
     co_return;
   }
-  const QString file =
-      co_await askFile(in, QStringLiteral("Name der zuzuordnenden Datei eingeben: "));
+  const QString file = co_await askFile(in, in.prompt("-XREF", "file"));
   Drawing source;
   QString path;
   if (!loadDrawingFile(in, file, &source, &path)) co_return;
   const QString name = QFileInfo(path).completeBaseName();
   defineBlock(in.doc().drawing, name, source, path);
   in.changed();
-  co_await placeReference(in, name);
+  co_await placeReference(in, QStringLiteral("-XREF"), name);
 }
 
 // -WBLOCK: file, then an existing block, "=" (the block named as the file),
 // "*" (the whole drawing) or Return for new: base point and objects, which
 // leave the drawing.
 Task<void> cmdWblock(Interpreter& in) {
-  const QString file = co_await askFile(in, QStringLiteral("Dateiname: "));
+  const QString file = co_await askFile(in, in.prompt("-WBLOCK", "file"));
   const QString path = in.resolvePath(file, QStringLiteral(".dwg"));
   if (QFileInfo::exists(path) && in.variable(QStringLiteral("EXPERT")).toInt() < 2) {
-    const bool replace = co_await askYesNo(
-        in,
-        QStringLiteral("Die Zeichnung \"%1\" existiert bereits. Ersetzen? [Ja/Nein] <Nein>: ")
-            .arg(path),
-        false);
+    const bool replace = co_await askYesNo(in, in.prompt("-WBLOCK", "replace"), false);
     if (!replace) co_return;
   }
-  const QString blockName = co_await askWord(
-      in,
-      QStringLiteral(
-          "Name des vorhandenen Blocks eingeben oder [= (Block=Ausgabedatei)/* (ganze Zeichnung)] "
-          "<neue Zeichnung definieren>: "));
+  const QString blockName = co_await askWord(in, in.prompt("-WBLOCK", "block"));
   Drawing out;
   std::vector<int> taken;
   if (blockName == QLatin1String("*")) {
@@ -99,16 +99,16 @@ Task<void> cmdWblock(Interpreter& in) {
         blockName == QLatin1String("=") ? QFileInfo(path).completeBaseName() : blockName;
     const BlockDef* b = in.doc().drawing.block(wanted);
     if (!b) {
-      in.message(QStringLiteral("Block \"%1\" nicht gefunden.").arg(wanted));
+      in.error(in.text("-WBLOCK", "blockNotFound", {wanted}));
       co_return;
     }
     out = extractDrawing(in.doc().drawing, b->entities, b->base);
   } else {
-    const auto base = co_await askPoint(in, QStringLiteral("Basispunkt angeben: "));
+    const auto base = co_await askPoint(in, in.prompt("-WBLOCK", "base"));
     if (!base) co_return;
     taken = co_await in.selectObjects();
     if (taken.empty()) {
-      in.message(QStringLiteral("Keine Objekte gewählt."));
+      in.error(in.text("*", "nothingSelected"));
       co_return;
     }
     std::vector<Entity> entities;
@@ -119,17 +119,17 @@ Task<void> cmdWblock(Interpreter& in) {
   QDir().mkpath(QFileInfo(path).absolutePath());
   QString error;
   if (!writeDxfFile(path, out, &error)) {
-    in.message(error);
+    in.error(error);
     co_return;
   }
   for (int h : taken) in.doc().drawing.erase(h);
   if (!taken.empty()) in.changed();
-  in.message(QStringLiteral("%1 Objekte in %2 geschrieben.").arg(out.entities.size()).arg(path));
+  in.message(in.text("-WBLOCK", "written", {QString::number(out.entities.size()), path}));
 }
 
 Task<void> cmdBase(Interpreter& in) {
-  const auto p = co_await askPoint(
-      in, QStringLiteral("Basispunkt eingeben <%1>: ").arg(pointText(in.doc().drawing.insbase)));
+  const Ask a = in.prompt("BASE", "point", {pointText(in.doc().drawing.insbase)});
+  const auto p = co_await askPoint(in, a);
   if (!p) co_return;
   in.doc().drawing.insbase = *p;
   in.changed();

@@ -1,4 +1,5 @@
 #include <QFileInfo>
+#include <algorithm>
 #include <cmath>
 
 #include "commands.h"
@@ -6,67 +7,161 @@
 
 namespace sandbox {
 
-Task<std::optional<Point>> askPoint(Interpreter& in, QString prompt, std::optional<Point> base,
-                                    QString* word) {
-  Ask a;
-  a.prompt = prompt;
+namespace {
+
+QString star(Interpreter& in, const char* key, const QStringList& args = {}) {
+  return in.text("*", key, args);
+}
+
+// A keyword the command does not take up: a limit of the sandbox.
+void optionMissing(Interpreter& in, const Answer& x) {
+  in.error(star(in, "optionNotInSandbox", {x.keyword.isEmpty() ? x.text : x.keyword}));
+}
+
+double segmentDistance(const Point& p, const Point& a, const Point& b) {
+  const double dx = b.x - a.x, dy = b.y - a.y, len2 = dx * dx + dy * dy;
+  if (len2 == 0) return distance(p, a);
+  const double t = std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / len2, 0.0, 1.0);
+  return distance(p, Point{a.x + t * dx, a.y + t * dy, 0});
+}
+
+// Whether `angle` lies on the counter-clockwise sweep from `start` to `end`.
+bool onSweep(double angle, double start, double end) {
+  auto norm = [](double a) { return std::fmod(std::fmod(a, 360) + 360, 360); };
+  const double sweep = norm(end - start), at = norm(angle - start);
+  return sweep == 0 || at <= sweep;
+}
+
+}  // namespace
+
+Task<std::optional<Point>> askPoint(Interpreter& in, Ask a, std::optional<Point> base,
+                                    QString* keyword) {
   a.point = true;
-  a.word = word != nullptr;
+  a.word = false;
   a.base = base;
+  if (keyword) keyword->clear();
   for (;;) {
     const Answer x = co_await in.ask(a);
     if (x.kind == Answer::Point) co_return x.p;
-    if (x.kind == Answer::Word && word) {
-      *word = x.text;
+    if (x.kind == Answer::Enter) co_return std::nullopt;
+    if (x.kind == Answer::Word && keyword && !x.keyword.isEmpty()) {
+      *keyword = x.keyword;
       co_return std::nullopt;
     }
-    if (x.kind == Answer::Enter) co_return std::nullopt;
-    in.message(QStringLiteral("Punkt erwartet."));
+    if (x.kind == Answer::Word) optionMissing(in, x);
   }
 }
 
-Task<double> askNumber(Interpreter& in, QString prompt, double fallback, std::optional<Point> from,
+Task<double> askNumber(Interpreter& in, Ask a, double fallback, std::optional<Point> from,
                        bool angle) {
-  Ask a;
-  a.prompt = prompt;
   a.number = true;
   a.word = false;
   a.point = from.has_value();
   a.base = from;
-  const Answer x = co_await in.ask(a);
-  if (x.kind == Answer::Number) co_return x.number;
-  if (x.kind == Answer::Point && from) {
-    if (angle) co_return toDeg(std::atan2(x.p.y - from->y, x.p.x - from->x));
-    co_return distance(*from, x.p);
+  for (;;) {
+    const Answer x = co_await in.ask(a);
+    if (x.kind == Answer::Number) co_return x.number;
+    if (x.kind == Answer::Point && from) {
+      if (angle) co_return toDeg(std::atan2(x.p.y - from->y, x.p.x - from->x));
+      co_return distance(*from, x.p);
+    }
+    if (x.kind == Answer::Enter) co_return fallback;
+    if (x.kind == Answer::Word) optionMissing(in, x);
   }
-  co_return fallback;
 }
 
-Task<QString> askWord(Interpreter& in, QString prompt) {
-  Ask a;
-  a.prompt = prompt;
+Task<QString> askWord(Interpreter& in, Ask a) {
+  a.word = true;
   const Answer x = co_await in.ask(a);
   co_return x.kind == Answer::Enter ? QString() : x.text;
 }
 
-Task<QString> askFile(Interpreter& in, QString prompt) {
-  Ask a;
-  a.prompt = prompt;
-  a.file = true;
-  const Answer x = co_await in.ask(a);
-  co_return x.text;
+Task<QString> askKeyword(Interpreter& in, Ask a) {
+  a.word = false;
+  for (;;) {
+    const Answer x = co_await in.ask(a);
+    if (x.kind == Answer::Enter) co_return QString();
+    if (x.kind == Answer::Word && !x.keyword.isEmpty()) co_return x.keyword;
+  }
 }
 
-Task<bool> askYesNo(Interpreter& in, QString prompt, bool fallback) {
+Task<QString> askFile(Interpreter& in, Ask a, const QString& fallback) {
+  a.file = fallback.isEmpty();
+  a.word = true;
+  const Answer x = co_await in.ask(a);
+  co_return x.kind == Answer::Enter ? fallback : x.text;
+}
+
+Task<bool> askYesNo(Interpreter& in, Ask a, bool fallback) {
+  if (a.keywords.isEmpty()) a.keywords = parseKeywords(QStringLiteral("Ja|Yes Nein|No"));
+  a.word = false;
   for (;;) {
-    Ask a;
-    a.prompt = prompt;
     const Answer x = co_await in.ask(a);
     if (x.kind == Answer::Enter) co_return fallback;
-    if (x.is("j,ja,y,yes")) co_return true;
-    if (x.is("n,nein,no")) co_return false;
-    in.message(QStringLiteral("Ja oder Nein erwartet."));
+    if (x.keyword == QLatin1String("Yes")) co_return true;
+    if (x.keyword == QLatin1String("No")) co_return false;
+    in.error(star(in, "yesNo"));
   }
+}
+
+bool hits(const Drawing& d, const Entity& e, const Point& p, double tolerance) {
+  switch (e.type) {
+    case EntityType::Line: return segmentDistance(p, e.p1, e.p2) <= tolerance;
+    case EntityType::Circle: return std::abs(distance(p, e.p1) - e.radius) <= tolerance;
+    case EntityType::Arc:
+      return std::abs(distance(p, e.p1) - e.radius) <= tolerance &&
+             onSweep(toDeg(std::atan2(p.y - e.p1.y, p.x - e.p1.x)), e.startAngle, e.endAngle);
+    case EntityType::Polyline: {
+      const size_t n = e.vertices.size();
+      for (size_t i = 0; i + 1 < n || (e.closed && i < n && n > 2); ++i) {
+        const Vertex &a = e.vertices[i], &b = e.vertices[(i + 1) % n];
+        if (segmentDistance(p, {a.x, a.y, 0}, {b.x, b.y, 0}) <= tolerance + e.width / 2)
+          return true;
+      }
+      return false;
+    }
+    default: {
+      const Extents x = d.extentsOf(e);
+      return x.valid() && p.x >= x.min.x - tolerance && p.x <= x.max.x + tolerance &&
+             p.y >= x.min.y - tolerance && p.y <= x.max.y + tolerance;
+    }
+  }
+}
+
+Task<int> pickObject(Interpreter& in, Ask a, bool (*accepts)(const Entity&),
+                     std::optional<Point>* at) {
+  a.select = true;
+  a.point = true;
+  a.word = false;
+  for (;;) {
+    const Answer x = co_await in.ask(a);
+    const Drawing& d = in.doc().drawing;
+    if (x.kind == Answer::Enter) co_return 0;
+    if (x.kind == Answer::Entity && in.doc().drawing.entity(x.entity)) co_return x.entity;
+    if (x.kind == Answer::Point) {
+      const double tolerance = in.doc().view.height / 100;
+      for (auto it = d.entities.rbegin(); it != d.entities.rend(); ++it)
+        if (accepts(*it) && hits(d, *it, x.p, tolerance)) {
+          if (at) *at = x.p;
+          co_return it->handle;
+        }
+      continue;  // nothing there: the question comes again
+    }
+    in.error(star(in, "invalidSelection"));
+  }
+}
+
+std::optional<int> colorOf(const Answer& x) {
+  if (x.kind == Answer::Number && x.number >= 0 && x.number <= 256 &&
+      x.number == std::floor(x.number))
+    return int(x.number);
+  if (x.kind != Answer::Word || x.keyword.isEmpty()) return std::nullopt;
+  if (x.keyword.compare(QLatin1String("BYLAYER"), Qt::CaseInsensitive) == 0) return kByLayer;
+  if (x.keyword.compare(QLatin1String("BYBLOCK"), Qt::CaseInsensitive) == 0) return kByBlock;
+  static const char* const names[] = {"red", "yellow", "green", "cyan", "blue", "magenta", "white"};
+  for (int i = 0; i < 7; ++i)
+    if (x.keyword.compare(QLatin1String(names[i]), Qt::CaseInsensitive) == 0) return i + 1;
+  return std::nullopt;
 }
 
 bool loadDrawingFile(Interpreter& in, const QString& name, Drawing* out, QString* path) {
@@ -76,12 +171,12 @@ bool loadDrawingFile(Interpreter& in, const QString& name, Drawing* out, QString
     if (QFileInfo(dxf).isFile()) file = dxf;
   }
   if (!QFileInfo(file).isFile()) {
-    in.message(QStringLiteral("Datei \"%1\" nicht gefunden.").arg(name));
+    in.error(star(in, "fileNotFound", {name}));
     return false;
   }
   QString error;
   if (!readDxfFile(file, *out, &error)) {
-    in.message(error);
+    in.error(error);
     return false;
   }
   *path = file;
@@ -130,17 +225,15 @@ Drawing extractDrawing(const Drawing& d, const std::vector<Entity>& entities, co
   return out;
 }
 
-Task<bool> placeReference(Interpreter& in, QString blockName) {
-  const auto at = co_await askPoint(in, QStringLiteral("Einfügepunkt angeben: "));
-  if (!at) {
-    in.message(QStringLiteral("Kein Einfügepunkt."));
-    co_return false;
+Task<bool> placeReference(Interpreter& in, QString command, QString blockName) {
+  std::optional<Point> at;
+  while (!at) {
+    at = co_await askPoint(in, in.prompt(command, "point"));
+    if (!at) in.error(star(in, "pointOrKeyword"));  // a reference needs its point
   }
-  const double sx = co_await askNumber(in, QStringLiteral("X-Skalierfaktor eingeben <1>: "), 1);
-  const double sy = co_await askNumber(
-      in, QStringLiteral("Y-Skalierfaktor eingeben <X-Skalierfaktor verwenden>: "), sx);
-  const double angle =
-      co_await askNumber(in, QStringLiteral("Drehwinkel angeben <0>: "), 0, *at, true);
+  const double sx = co_await askNumber(in, in.prompt(command, "xscale"), 1);
+  const double sy = co_await askNumber(in, in.prompt(command, "yscale"), sx);
+  const double angle = co_await askNumber(in, in.prompt(command, "rotation"), 0, *at, true);
 
   Entity ref;
   ref.type = EntityType::Insert;
@@ -160,14 +253,15 @@ Task<bool> placeReference(Interpreter& in, QString blockName) {
       if (e.type == EntityType::AttDef) attdefs.push_back(e);
   }
   const Transform t{base, ref.p1, ref.sx, ref.sy, ref.sz, ref.rotation};
-  const bool asked = in.variable(QStringLiteral("ATTREQ")).toInt() == 1;
+  const bool asked = command == QLatin1String("-INSERT") &&
+                     in.variable(QStringLiteral("ATTREQ")).toInt() == 1 && !attdefs.empty();
+  if (asked) in.message(in.text(command, "attributeValues"));
   for (const Entity& def : attdefs) {
     Attribute a{def.tag, def.text, t.apply(def.p1), def.height * std::abs(ref.sy),
                 def.rotation + ref.rotation};
     if (asked) {
-      Ask q;
-      q.prompt =
-          QStringLiteral("%1 <%2>: ").arg(def.prompt.isEmpty() ? def.tag : def.prompt, def.text);
+      Ask q =
+          in.prompt(command, "attribute", {def.prompt.isEmpty() ? def.tag : def.prompt, def.text});
       q.text = true;
       const Answer x = co_await in.ask(q);
       if (x.kind == Answer::Word && !x.text.isEmpty()) a.value = x.text;
@@ -194,7 +288,9 @@ const std::vector<CommandDef>& commandTable() {
       {QStringLiteral("CHANGE"), names("change,-ch,ändern,aendern"), cmdChange},
       {QStringLiteral("EXPLODE"), names("explode,x,ursprung"), cmdExplode},
       {QStringLiteral("ARRAY"), names("array,-array,ar,reihe"), cmdArray},
-      {QStringLiteral("ATTEDIT"), names("attedit,-attedit,ate,atteditieren"), cmdAttedit},
+      {QStringLiteral("BREAK"), names("break,br,bruch"), cmdBreak},
+      {QStringLiteral("ATTEDIT"), names("attedit,ate,atteditieren"), cmdAttedit},
+      {QStringLiteral("-ATTEDIT"), names("-attedit"), cmdAtteditLine},
       {QStringLiteral("-INSERT"), names("-insert,insert,-i,i,einfüge,-einfüge"), cmdInsert},
       {QStringLiteral("-XREF"), names("-xref,xref,-xr,xr"), cmdXref},
       {QStringLiteral("-WBLOCK"), names("-wblock,wblock,-w,w,wblocks"), cmdWblock},

@@ -4,14 +4,15 @@
 namespace sandbox {
 
 Task<void> cmdLine(Interpreter& in) {
-  auto first = co_await askPoint(in, QStringLiteral("Ersten Punkt angeben: "));
+  auto first = co_await askPoint(in, in.prompt("LINE", "first"));
   if (!first) co_return;
   Point start = *first, last = *first;
   std::vector<int> made;
   for (;;) {
-    QString word;
-    const auto p = co_await askPoint(
-        in, QStringLiteral("Nächsten Punkt angeben oder [Zurück/Schließen]: "), last, &word);
+    // Close is offered once two segments are there.
+    QString option;
+    const Ask next = in.prompt("LINE", made.size() >= 2 ? "nextClose" : "next");
+    const auto p = co_await askPoint(in, next, last, &option);
     Drawing& d = in.doc().drawing;
     if (p) {
       Entity e;
@@ -22,11 +23,7 @@ Task<void> cmdLine(Interpreter& in) {
       made.push_back(d.add(e).handle);
       in.changed();
       last = *p;
-      continue;
-    }
-    if (word.isEmpty()) co_return;
-    Answer w{Answer::Word, word};
-    if (w.is("s,schließen,c,close") && made.size() >= 2) {
+    } else if (option == QLatin1String("Close")) {
       Entity e;
       e.type = EntityType::Line;
       e.layer = d.currentLayer;
@@ -35,42 +32,45 @@ Task<void> cmdLine(Interpreter& in) {
       d.add(e);
       in.changed();
       co_return;
-    }
-    if (w.is("z,zurück,u,undo") && !made.empty()) {
+    } else if (option == QLatin1String("Undo")) {
+      if (made.empty()) {
+        in.message(in.text("LINE", "allUndone"));
+        continue;
+      }
       const Entity* e = d.entity(made.back());
       last = e ? e->p1 : start;
       d.erase(made.back());
       made.pop_back();
       in.changed();
-      continue;
+    } else {
+      co_return;  // Return
     }
-    in.message(QStringLiteral("Punkt oder Option erwartet."));
   }
 }
 
 Task<void> cmdCircle(Interpreter& in) {
-  const auto c = co_await askPoint(in, QStringLiteral("Mittelpunkt für Kreis angeben: "));
+  const auto c = co_await askPoint(in, in.prompt("CIRCLE", "center"));
   if (!c) co_return;
-  Ask a;
-  a.prompt = QStringLiteral("Radius angeben oder [Durchmesser] <%1>: ")
-                 .arg(num(in.defaults.value(QStringLiteral("radius"), 1)));
+  const double last = in.defaults.value(QStringLiteral("radius"), 1);
+  Ask a = in.prompt("CIRCLE", "radius", {num(last)});
   a.number = true;
   a.point = true;
+  a.word = false;
   a.base = *c;
-  const Answer x = co_await in.ask(a);
-  double r = in.defaults.value(QStringLiteral("radius"), 1);
-  if (x.kind == Answer::Number)
-    r = x.number;
-  else if (x.kind == Answer::Point)
-    r = distance(*c, x.p);
-  else if (x.is("d,durchmesser,diameter")) {
-    const double diameter =
-        co_await askNumber(in, QStringLiteral("Durchmesser angeben: "), 2 * r, *c);
-    r = diameter / 2;
-  }
-  if (r <= 0) {
-    in.message(QStringLiteral("Der Radius muss größer als null sein."));
-    co_return;
+  double r = last;
+  for (;;) {
+    const Answer x = co_await in.ask(a);
+    r = last;
+    if (x.kind == Answer::Number)
+      r = x.number;
+    else if (x.kind == Answer::Point)
+      r = distance(*c, x.p);
+    else if (x.is("diameter")) {
+      const Ask diameter = in.prompt("CIRCLE", "diameter", {num(2 * last)});
+      r = co_await askNumber(in, diameter, 2 * last, *c) / 2;
+    }
+    if (r > 0) break;
+    in.error(in.text("*", "positive"));
   }
   in.defaults[QStringLiteral("radius")] = r;
   Entity e;
@@ -82,8 +82,10 @@ Task<void> cmdCircle(Interpreter& in) {
   in.changed();
 }
 
+// PLINE with straight segments of one width; arcs, half widths and lengths
+// are options the sandbox lacks.
 Task<void> cmdPline(Interpreter& in) {
-  const auto first = co_await askPoint(in, QStringLiteral("Startpunkt angeben: "));
+  const auto first = co_await askPoint(in, in.prompt("PLINE", "start"));
   if (!first) co_return;
   Entity e;
   e.type = EntityType::Polyline;
@@ -92,27 +94,30 @@ Task<void> cmdPline(Interpreter& in) {
   e.vertices.push_back({first->x, first->y, 0});
   Point last = *first;
   for (;;) {
-    QString word;
-    const auto p = co_await askPoint(
-        in, QStringLiteral("Nächsten Punkt angeben oder [Schließen/Breite]: "), last, &word);
+    QString option;
+    const Ask next = in.prompt("PLINE", e.vertices.size() >= 2 ? "nextClose" : "next");
+    const auto p = co_await askPoint(in, next, last, &option);
     if (p) {
       e.vertices.push_back({p->x, p->y, 0});
       last = *p;
-      continue;
-    }
-    const Answer w{Answer::Word, word};
-    if (w.is("s,schließen,c,close")) {
+    } else if (option == QLatin1String("Close")) {
       e.closed = true;
       break;
-    }
-    if (w.is("b,breite,w,width")) {
-      e.width = co_await askNumber(in, QStringLiteral("Breite angeben <%1>: ").arg(num(e.width)),
-                                   e.width);
+    } else if (option == QLatin1String("Width")) {
+      const Ask startWidth = in.prompt("PLINE", "startWidth", {num(e.width)});
+      const double start = co_await askNumber(in, startWidth, e.width);
+      // One width for the whole polyline: the ending width is asked, and taken.
+      const Ask endWidth = in.prompt("PLINE", "endWidth", {num(start)});
+      e.width = co_await askNumber(in, endWidth, start);
       in.defaults[QStringLiteral("plwidth")] = e.width;
-      continue;
+    } else if (option == QLatin1String("Undo")) {
+      if (e.vertices.size() > 1) e.vertices.pop_back();
+      last = {e.vertices.back().x, e.vertices.back().y, 0};
+    } else if (option.isEmpty()) {
+      break;  // Return
+    } else {
+      in.error(in.text("*", "optionNotInSandbox", {option}));
     }
-    if (word.isEmpty()) break;
-    in.message(QStringLiteral("Punkt oder Option erwartet."));
   }
   if (e.vertices.size() < 2) co_return;
   in.doc().drawing.add(e);
@@ -120,15 +125,13 @@ Task<void> cmdPline(Interpreter& in) {
 }
 
 Task<void> cmdText(Interpreter& in) {
-  const auto at = co_await askPoint(in, QStringLiteral("Startpunkt des Textes angeben: "));
+  const auto at = co_await askPoint(in, in.prompt("TEXT", "start"));
   if (!at) co_return;
   const double fallback = in.defaults.value(QStringLiteral("textsize"), 2.5);
-  const double h = co_await askNumber(in, QStringLiteral("Höhe angeben <%1>: ").arg(num(fallback)),
-                                      fallback, *at);
-  const double angle =
-      co_await askNumber(in, QStringLiteral("Drehwinkel des Textes angeben <0>: "), 0, *at, true);
-  Ask a;
-  a.prompt = QStringLiteral("Text eingeben: ");
+  const Ask height = in.prompt("TEXT", "height", {num(fallback)});
+  const double h = co_await askNumber(in, height, fallback, *at);
+  const double angle = co_await askNumber(in, in.prompt("TEXT", "rotation"), 0, *at, true);
+  Ask a = in.prompt("TEXT", "text");
   a.text = true;
   const Answer x = co_await in.ask(a);
   if (x.text.isEmpty()) co_return;
@@ -148,18 +151,19 @@ Task<void> cmdText(Interpreter& in) {
 Task<void> cmdDonut(Interpreter& in) {
   const double inner0 = in.defaults.value(QStringLiteral("donutinner"), 0.5);
   const double outer0 = in.defaults.value(QStringLiteral("donutouter"), 1.0);
-  const double inner = co_await askNumber(
-      in, QStringLiteral("Innendurchmesser angeben <%1>: ").arg(num(inner0)), inner0);
-  const double outer = co_await askNumber(
-      in, QStringLiteral("Außendurchmesser angeben <%1>: ").arg(num(outer0)), outer0);
-  if (inner < 0 || outer <= inner) {
-    in.message(QStringLiteral("Der Außendurchmesser muss größer als der Innendurchmesser sein."));
-    co_return;
+  double inner = 0, outer = 0;
+  for (;;) {
+    const Ask innerAsk = in.prompt("DONUT", "inner", {num(inner0)});
+    inner = co_await askNumber(in, innerAsk, inner0);
+    const Ask outerAsk = in.prompt("DONUT", "outer", {num(outer0)});
+    outer = co_await askNumber(in, outerAsk, outer0);
+    if (inner >= 0 && outer > inner) break;
+    in.error(in.text("DONUT", "outerTooSmall"));
   }
   in.defaults[QStringLiteral("donutinner")] = inner;
   in.defaults[QStringLiteral("donutouter")] = outer;
   for (;;) {
-    const auto c = co_await askPoint(in, QStringLiteral("Mittelpunkt angeben oder <Beenden>: "));
+    const auto c = co_await askPoint(in, in.prompt("DONUT", "center"));
     if (!c) co_return;
     const double r = (inner + outer) / 4;
     Entity e;

@@ -1,4 +1,6 @@
 // Layers at the command line: -LAYER and the layer overview LAYER.
+#include <utility>
+
 #include "commands.h"
 
 namespace sandbox {
@@ -20,28 +22,37 @@ std::vector<Layer*> namedLayers(Interpreter& in, const QString& list, bool creat
     else if (create)
       out.push_back(&d.ensureLayer(name));
     else
-      in.message(QStringLiteral("Layer \"%1\" nicht gefunden.").arg(name));
+      in.error(in.text("-LAYER", "notFound", {name}));
   }
   return out;
 }
 
 enum class Switch { On, Off, Freeze, Thaw };
 
-void apply(Interpreter& in, const QString& list, Switch s) {
+// Switches the listed layers. The current layer is not frozen, and switched
+// off only after a yes.
+Task<void> apply(Interpreter& in, QString list, Switch s) {
+  QStringList names;
+  for (const Layer* l : namedLayers(in, list, false)) names << l->name;
   const QString current = in.doc().drawing.currentLayer;
-  // Pointers stay valid: no layer is added while they are used.
-  for (Layer* l : namedLayers(in, list, false)) {
-    if (s == Switch::Freeze && sameName(l->name, current)) {
-      in.message(
-          QStringLiteral("Der aktuelle Layer \"%1\" kann nicht gefroren werden.").arg(l->name));
+  bool offCurrent = false;
+  if (s == Switch::Off && names.contains(current, Qt::CaseInsensitive)) {
+    const Ask really = in.prompt("-LAYER", "offCurrent", {current});
+    offCurrent = co_await askYesNo(in, really, false);
+  }
+  Drawing& d = in.doc().drawing;
+  for (const QString& name : names) {
+    Layer* l = d.layer(name);
+    if (!l) continue;
+    const bool isCurrent = sameName(name, current);
+    if (s == Switch::Freeze && isCurrent) {
+      in.error(in.text("-LAYER", "freezeCurrent", {l->name}));
       continue;
     }
-    if (s == Switch::Off && sameName(l->name, current))
-      in.message(QStringLiteral("Der aktuelle Layer \"%1\" wird ausgeschaltet.").arg(l->name));
     if (s == Switch::On)
       l->on = true;
     else if (s == Switch::Off)
-      l->on = false;
+      l->on = l->on && isCurrent && !offCurrent;
     else if (s == Switch::Freeze)
       l->frozen = true;
     else
@@ -50,118 +61,125 @@ void apply(Interpreter& in, const QString& list, Switch s) {
   in.changed();
 }
 
-bool isMainOption(const Answer& a) {
-  return a.is("m,machen,make,s,se,setzen,set");
+// A layer colour: a number 1 to 255 or a colour name; Return keeps them.
+Task<std::optional<int>> askLayerColor(Interpreter& in) {
+  Ask a = in.prompt("-LAYER", "color");
+  a.number = true;
+  a.word = false;
+  for (;;) {
+    const Answer x = co_await in.ask(a);
+    if (x.kind == Answer::Enter) co_return std::nullopt;
+    const auto c = colorOf(x);
+    if (c && *c >= 1 && *c <= 255) co_return c;
+    if (x.kind == Answer::Word && !c)
+      in.error(in.text("*", "optionNotInSandbox", {x.keyword}));  // true colour, colour book
+    else
+      in.error(in.text("-LAYER", "badColor"));
+  }
+}
+
+// One line of the layer lists: name, colour, linetype, state.
+QString layerLine(Interpreter& in, const Layer& l, bool markCurrent) {
+  const QString state = !l.on      ? in.text("LAYER", "off")
+                        : l.frozen ? in.text("LAYER", "frozen")
+                                   : in.text("LAYER", "on");
+  const QString name = markCurrent && sameName(l.name, in.doc().drawing.currentLayer)
+                           ? in.text("LAYER", "current", {l.name})
+                           : l.name;
+  return in.text("LAYER", "line", {name, QString::number(l.color), l.linetype, state});
 }
 
 }  // namespace
 
 // -LAYER. Besides the usual options, "FA" takes a list of layers, each ended by
 // Return, and switches them on ("FA f": freezes, "FA t": thaws them); the list
-// ends with Return or with an option of the main prompt ("se", "m").
+// ends with Return or with Make or Set of the main question, which then work
+// as there.
 Task<void> cmdLayerLine(Interpreter& in) {
-  std::optional<QString> carried;
+  const Ask main = in.prompt("-LAYER", "option");
+  QString carried;
   for (;;) {
-    QString option;
-    if (carried)
-      option = *carried;
-    else
-      option = co_await askWord(
-          in, QStringLiteral(
-                  "Option eingeben [?/Machen/Setzen/Neu/EIn/AUs/Farbe/LTyp/FRieren/TAuen/FA]: "));
-    carried.reset();
+    QString option = std::exchange(carried, QString());
+    if (option.isEmpty()) option = co_await askKeyword(in, main);
     if (option.isEmpty()) co_return;
-    const Answer o{Answer::Word, option};
     Drawing& d = in.doc().drawing;
     if (option == QLatin1String("?")) {
-      for (const Layer& l : d.layers)
-        in.message(QStringLiteral("  %1  Farbe %2  %3  %4%5")
-                       .arg(l.name)
-                       .arg(l.color)
-                       .arg(l.linetype, l.on ? QStringLiteral("ein") : QStringLiteral("aus"),
-                            l.frozen ? QStringLiteral(", gefroren") : QString()));
-    } else if (o.is("m,machen,make")) {
-      const QString name =
-          co_await askWord(in, QStringLiteral("Name für neuen aktuellen Layer eingeben <%1>: ")
-                                   .arg(in.doc().drawing.currentLayer));
+      for (const Layer& l : d.layers) in.message(layerLine(in, l, false));
+    } else if (option == QLatin1String("Make")) {
+      const Ask make = in.prompt("-LAYER", "make", {d.currentLayer});
+      const QString name = co_await askWord(in, make);
       if (name.isEmpty()) continue;
       Layer& l = in.doc().drawing.ensureLayer(name);
       l.on = true;
       l.frozen = false;
       in.doc().drawing.currentLayer = l.name;
       in.changed();
-    } else if (o.is("s,se,setzen,set")) {
-      const QString name = co_await askWord(
-          in, QStringLiteral("Layername eingeben, der aktuell gesetzt werden soll <%1>: ")
-                  .arg(in.doc().drawing.currentLayer));
+    } else if (option == QLatin1String("Set")) {
+      const QString name = co_await askWord(in, in.prompt("-LAYER", "set"));
       if (name.isEmpty()) continue;
       Layer* l = in.doc().drawing.layer(name);
       if (!l) {
-        in.message(QStringLiteral("Layer \"%1\" nicht gefunden.").arg(name));
+        in.error(in.text("-LAYER", "notFound", {name}));
       } else if (l->frozen) {
-        in.message(QStringLiteral("Ein gefrorener Layer kann nicht aktuell gesetzt werden."));
+        in.error(in.text("-LAYER", "setFrozen", {l->name}));
       } else {
         in.doc().drawing.currentLayer = l->name;
         in.changed();
       }
-    } else if (o.is("n,neu,new")) {
-      const QString list = co_await askWord(in, QStringLiteral("Namen für neue Layer eingeben: "));
+    } else if (option == QLatin1String("New")) {
+      const QString list = co_await askWord(in, in.prompt("-LAYER", "new"));
       namedLayers(in, list, true);
       in.changed();
-    } else if (o.is("ei,ein,on")) {
-      const QString list =
-          co_await askWord(in, QStringLiteral("Liste der einzuschaltenden Layer eingeben: "));
-      apply(in, list, Switch::On);
-    } else if (o.is("a,au,aus,off")) {
-      const QString list =
-          co_await askWord(in, QStringLiteral("Liste der auszuschaltenden Layer eingeben: "));
-      apply(in, list, Switch::Off);
-    } else if (o.is("f,fr,frieren,freeze")) {
-      const QString list =
-          co_await askWord(in, QStringLiteral("Liste der zu frierenden Layer eingeben: "));
-      apply(in, list, Switch::Freeze);
-    } else if (o.is("t,ta,tauen,thaw")) {
-      const QString list =
-          co_await askWord(in, QStringLiteral("Liste der zu tauenden Layer eingeben: "));
-      apply(in, list, Switch::Thaw);
-    } else if (o.is("fa")) {
+    } else if (option == QLatin1String("ON")) {
+      const QString list = co_await askWord(in, in.prompt("-LAYER", "on"));
+      co_await apply(in, list, Switch::On);
+    } else if (option == QLatin1String("OFF")) {
+      const QString list = co_await askWord(in, in.prompt("-LAYER", "off"));
+      co_await apply(in, list, Switch::Off);
+    } else if (option == QLatin1String("Freeze")) {
+      const QString list = co_await askWord(in, in.prompt("-LAYER", "freeze"));
+      co_await apply(in, list, Switch::Freeze);
+    } else if (option == QLatin1String("Thaw")) {
+      const QString list = co_await askWord(in, in.prompt("-LAYER", "thaw"));
+      co_await apply(in, list, Switch::Thaw);
+    } else if (option == QLatin1String("FA")) {
       Switch mode = Switch::On;
       bool first = true;
       for (;;) {
-        const QString name = co_await askWord(in, QStringLiteral("Layername: "));
-        const Answer n{Answer::Word, name};
+        const Answer n = co_await in.ask(in.prompt("-LAYER", "fa"));
+        const QString name = n.kind == Answer::Enter ? QString() : n.text;
+        const int k = matchKeyword(name, main.keywords, in.language());
+        const QString mainOption = k >= 0 ? main.keywords[k].global : QString();
         if (first && n.is("f")) {
           mode = Switch::Freeze;
         } else if (first && n.is("t")) {
           mode = Switch::Thaw;
         } else if (name.isEmpty()) {
           break;
-        } else if (isMainOption(n)) {
-          carried = name;
+        } else if (mainOption == QLatin1String("Make") || mainOption == QLatin1String("Set")) {
+          carried = mainOption;
           break;
         } else {
-          apply(in, name, mode);
+          co_await apply(in, name, mode);
         }
         first = false;
       }
-    } else if (o.is("fb,farbe,c,color,col")) {
-      const double color = co_await askNumber(in, QStringLiteral("Farbe eingeben (1-255): "), 7);
-      const QString list = co_await askWord(in, QStringLiteral("Layer für Farbe %1 eingeben <%2>: ")
-                                                    .arg(int(color))
-                                                    .arg(in.doc().drawing.currentLayer));
-      for (Layer* l : namedLayers(in, list.isEmpty() ? in.doc().drawing.currentLayer : list, false))
-        if (color >= 1 && color <= 255) l->color = int(color);
+    } else if (option == QLatin1String("Color")) {
+      const auto color = co_await askLayerColor(in);
+      if (!color) continue;
+      const QString current = in.doc().drawing.currentLayer;
+      const Ask layers = in.prompt("-LAYER", "colorLayers", {QString::number(*color), current});
+      const QString list = co_await askWord(in, layers);
+      for (Layer* l : namedLayers(in, list.isEmpty() ? current : list, false)) l->color = *color;
       in.changed();
-    } else if (o.is("lt,ltyp,ltype")) {
-      const QString lt = co_await askWord(in, QStringLiteral("Linientyp eingeben <CONTINUOUS>: "));
-      const QString list = co_await askWord(
-          in,
-          QStringLiteral("Layer für Linientyp eingeben <%1>: ").arg(in.doc().drawing.currentLayer));
-      for (Layer* l : namedLayers(in, list.isEmpty() ? in.doc().drawing.currentLayer : list, false))
+    } else if (option == QLatin1String("Ltype")) {
+      const QString lt = co_await askWord(in, in.prompt("-LAYER", "linetype"));
+      const QString current = in.doc().drawing.currentLayer;
+      const Ask layers = in.prompt("-LAYER", "linetypeLayers", {current});
+      const QString list = co_await askWord(in, layers);
+      for (Layer* l : namedLayers(in, list.isEmpty() ? current : list, false))
         l->linetype = lt.isEmpty() ? QStringLiteral("CONTINUOUS") : lt;
       in.changed();
-    } else {
-      in.message(QStringLiteral("Ungültige Option: %1").arg(option));
     }
   }
 }
@@ -169,15 +187,7 @@ Task<void> cmdLayerLine(Interpreter& in) {
 // The layer overview. The window has no dialog of its own: it lists the layers
 // and ends, so the command's end reaches whoever waits for it.
 Task<void> cmdLayerDialog(Interpreter& in) {
-  for (const Layer& l : in.doc().drawing.layers)
-    in.message(
-        QStringLiteral("  %1%2  Farbe %3  %4  %5")
-            .arg(l.name, sameName(l.name, in.doc().drawing.currentLayer)
-                             ? QStringLiteral(" (aktuell)")
-                             : QString())
-            .arg(l.color)
-            .arg(l.linetype, l.on ? (l.frozen ? QStringLiteral("gefroren") : QStringLiteral("ein"))
-                                  : QStringLiteral("aus")));
+  for (const Layer& l : in.doc().drawing.layers) in.message(layerLine(in, l, true));
   co_return;
 }
 

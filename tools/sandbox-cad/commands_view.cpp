@@ -1,60 +1,83 @@
 // The session: UNDO, U, SETVAR, PAN, ZOOM, HIDE, REGEN.
 #include <cmath>
+#include <utility>
 
 #include "commands.h"
 
 namespace sandbox {
 
-Task<void> cmdUndo(Interpreter& in) {
-  Ask a;
-  a.prompt = QStringLiteral("Anzahl der zurückzunehmenden Vorgänge oder [Markierung/Zurück] <1>: ");
-  a.number = true;
-  const Answer x = co_await in.ask(a);
+namespace {
+
+void undoSteps(Interpreter& in, int count) {
   Document& d = in.doc();
-  if (x.is("m,markierung,mark")) {
-    d.mark();
-    co_return;
-  }
-  if (x.is("z,zurück,zurueck,b,back")) {
-    bool hadMark = false;
-    if (!d.undoBack(&hadMark))
-      in.message(QStringLiteral("Nichts zurückzunehmen."));
-    else if (!hadMark)
-      in.message(QStringLiteral("Alles zurückgenommen."));
-    in.changed();
-    co_return;
-  }
-  if (x.kind == Answer::Word) {
-    in.message(QStringLiteral("Ungültige Option: %1").arg(x.text));
-    co_return;
-  }
-  const int n = x.kind == Answer::Number ? int(x.number) : 1;
-  for (int i = 0; i < n; ++i) {
+  for (int i = 0; i < count; ++i) {
     QString command;
-    if (!d.undoOne(&command)) break;
-    in.message(QStringLiteral("%1 zurückgenommen").arg(command));
+    if (!d.undoOne(&command)) {
+      if (i == 0) in.message(in.text("UNDO", "nothing"));
+      break;
+    }
+    in.message(in.text("UNDO", "undone", {command}));
   }
   in.changed();
 }
 
+}  // namespace
+
+// UNDO: a count, Mark, or Back to the newest mark; Back without a mark asks
+// before it takes back everything. Auto, Control, BEgin and End are taken
+// and change nothing here.
+Task<void> cmdUndo(Interpreter& in) {
+  Ask a = in.prompt("UNDO", "option");
+  a.number = true;
+  a.word = false;
+  const Answer x = co_await in.ask(a);
+  Document& d = in.doc();
+  if (x.kind == Answer::Number) {
+    undoSteps(in, int(x.number));
+  } else if (x.kind == Answer::Enter) {
+    undoSteps(in, 1);
+  } else if (x.keyword == QLatin1String("Mark")) {
+    d.mark();
+  } else if (x.keyword == QLatin1String("Back")) {
+    // Try it on a copy first: is there a mark to go back to?
+    Document trial = d;
+    bool hadMark = false;
+    if (!trial.undoBack(&hadMark)) {
+      in.message(in.text("UNDO", "nothing"));
+      co_return;
+    }
+    if (!hadMark) {
+      const bool all = co_await askYesNo(in, in.prompt("UNDO", "backAll"), true);
+      if (!all) co_return;
+    }
+    in.doc().undoBack(&hadMark);
+    in.message(in.text("UNDO", hadMark ? "markEncountered" : "everything"));
+    in.changed();
+  }
+}
+
 Task<void> cmdU(Interpreter& in) {
-  QString command;
-  if (in.doc().undoOne(&command))
-    in.message(QStringLiteral("%1 zurückgenommen").arg(command));
-  else
-    in.message(QStringLiteral("Nichts zurückzunehmen."));
-  in.changed();
+  undoSteps(in, 1);
   co_return;
 }
 
 Task<void> cmdSetvar(Interpreter& in) {
   QString name = std::exchange(in.pendingVariable, QString());
-  if (name.isEmpty()) name = co_await askWord(in, QStringLiteral("Variablenname eingeben: "));
-  if (name.isEmpty()) co_return;
+  while (name.isEmpty()) {
+    Ask a = in.prompt("SETVAR", "name");
+    a.word = true;
+    const Answer x = co_await in.ask(a);
+    if (x.kind == Answer::Enter) co_return;
+    if (x.keyword == QLatin1String("?")) {
+      in.error(in.text("*", "optionNotInSandbox", {x.text}));
+      continue;
+    }
+    name = x.text;
+  }
   QString error;
   const QVariant current = in.variable(name, &error);
   if (!current.isValid()) {
-    in.message(error);
+    in.error(error);
     co_return;
   }
   QString shown = current.toString();
@@ -64,8 +87,7 @@ Task<void> cmdSetvar(Interpreter& in) {
   } else if (current.typeId() == QMetaType::Double) {
     shown = num(current.toDouble());
   }
-  Ask a;
-  a.prompt = QStringLiteral("Neuen Wert für %1 eingeben <%2>: ").arg(name.toUpper(), shown);
+  Ask a = in.prompt("SETVAR", "value", {name.toUpper(), shown});
   a.point = current.typeId() == QMetaType::QVariantList;
   a.number = true;
   const Answer x = co_await in.ask(a);
@@ -77,55 +99,62 @@ Task<void> cmdSetvar(Interpreter& in) {
     value = x.number;
   else
     value = x.text;
-  if (!in.setVariable(name, value, &error)) in.message(error);
+  if (!in.setVariable(name, value, &error)) in.error(error);
 }
 
 Task<void> cmdPan(Interpreter& in) {
-  const auto from = co_await askPoint(in, QStringLiteral("Basispunkt oder Verschiebung angeben: "));
+  const auto from = co_await askPoint(in, in.prompt("PAN", "base"));
   if (!from) co_return;
-  const auto to = co_await askPoint(in, QStringLiteral("Zweiten Punkt angeben: "), *from);
+  const auto to = co_await askPoint(in, in.prompt("PAN", "second"), *from);
   if (!to) co_return;
   View& v = in.doc().view;
   v.center = v.center - (*to - *from);
   in.viewChanged();
 }
 
+// ZOOM: a factor, All or Extents, a window by its corners; Return (real
+// time) changes nothing. The other options are not in the sandbox.
 Task<void> cmdZoom(Interpreter& in) {
-  Ask a;
-  a.prompt = QStringLiteral("Fensterecke angeben, Faktor eingeben oder [Alles/Grenzen/Fenster]: ");
+  Ask a = in.prompt("ZOOM", "option");
   a.point = true;
   a.number = true;
+  a.word = false;
   const Answer x = co_await in.ask(a);
   View& v = in.doc().view;
-  if (x.is("a,alles,all,g,grenzen,e,extents")) {
+  if (x.kind == Answer::Enter) co_return;
+  if (x.keyword == QLatin1String("All") || x.keyword == QLatin1String("Extents")) {
     v.zoomTo(in.doc().drawing.extents());
-  } else if (x.kind == Answer::Number && x.number > 0) {
+  } else if (x.kind == Answer::Number) {
+    if (x.number <= 0) {
+      in.error(in.text("*", "positive"));
+      co_return;
+    }
     v.height /= x.number;
-  } else if (x.kind == Answer::Point || x.is("f,fenster,w,window")) {
+  } else if (x.kind == Answer::Point || x.keyword == QLatin1String("Window")) {
     std::optional<Point> first = x.kind == Answer::Point ? std::optional<Point>(x.p) : std::nullopt;
-    if (!first) first = co_await askPoint(in, QStringLiteral("Erste Ecke angeben: "));
+    if (!first) first = co_await askPoint(in, in.prompt("ZOOM", "first"));
     if (!first) co_return;
-    const auto second =
-        co_await askPoint(in, QStringLiteral("Gegenüberliegende Ecke angeben: "), *first);
+    const auto second = co_await askPoint(in, in.prompt("ZOOM", "opposite"), *first);
     if (!second) co_return;
     Extents e;
     e.add(*first);
     e.add(*second);
     in.doc().view.zoomTo(e, 1.0);
   } else {
+    in.error(in.text("*", "optionNotInSandbox", {x.keyword}));
     co_return;
   }
   in.viewChanged();
 }
 
 Task<void> cmdHide(Interpreter& in) {
-  in.message(QStringLiteral("Verdeckte Linien werden entfernt: fertig."));
+  in.message(in.text("HIDE", "regenerating"));
   in.viewChanged();
   co_return;
 }
 
 Task<void> cmdRegen(Interpreter& in) {
-  in.message(QStringLiteral("Zeichnung wird regeneriert."));
+  in.message(in.text("REGEN", "regenerating"));
   in.viewChanged();
   co_return;
 }

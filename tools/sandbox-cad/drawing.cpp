@@ -156,10 +156,13 @@ std::vector<Entity> Drawing::explode(const Entity& insert) const {
 namespace {
 
 void addArc(Extents& x, const Point& c, double r, double a0, double a1) {
-  while (a1 <= a0) a1 += 360;
-  for (double a = a0; a < a1; a += 5)
-    x.add(Point{c.x + r * std::cos(toRad(a)), c.y + r * std::sin(toRad(a)), 0});
-  x.add(Point{c.x + r * std::cos(toRad(a1)), c.y + r * std::sin(toRad(a1)), 0});
+  // Counter-clockwise from a0, at most one turn, however large the angles are.
+  double sweep = std::fmod(a1 - a0, 360.0);
+  if (sweep <= 0) sweep += 360;
+  if (!std::isfinite(sweep)) sweep = 360;
+  for (double s = 0; s < sweep; s += 5)
+    x.add(Point{c.x + r * std::cos(toRad(a0 + s)), c.y + r * std::sin(toRad(a0 + s)), 0});
+  x.add(Point{c.x + r * std::cos(toRad(a0 + sweep)), c.y + r * std::sin(toRad(a0 + sweep)), 0});
 }
 
 Extents extentsOf(const Drawing& d, const Entity& e, int depth) {

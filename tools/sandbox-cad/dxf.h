@@ -1,5 +1,6 @@
 #pragma once
-// Drawings as DXF text (release 12 ASCII), whatever the file's extension.
+// Drawings as DXF text, whatever the file's extension: read from any release
+// R12 to 2018 through dxflib, written as release 12.
 #include <QByteArray>
 #include <QString>
 
@@ -7,9 +8,12 @@
 
 namespace sandbox {
 
-// Reads layers, blocks, entities and the header's insertion base and current
-// layer. LWPOLYLINE of later releases is read too. False with a reason for
-// anything that is no DXF or is cut off; `out` is untouched then.
+// Reads layers, blocks (with their attribute definitions), entities and the
+// header's insertion base and current layer. What the model has no kind for
+// comes as the nearest it has: SPLINE, ELLIPSE and HATCH boundaries as
+// polylines, MTEXT as text, TRACE as solid. False with a German reason for
+// anything that is no DXF text, is damaged or cut off, binary DXF, DWG or of
+// an unknown release; `out` is untouched then.
 bool readDxf(const QByteArray& data, Drawing& out, QString* error);
 bool readDxfFile(const QString& path, Drawing& out, QString* error);
 

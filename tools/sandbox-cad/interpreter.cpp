@@ -8,6 +8,7 @@
 #include <QStringDecoder>
 #include <QTimer>
 #include <algorithm>
+#include <cstdio>
 
 #include "sandboxprotocol.h"
 #include "sendkeys.h"
@@ -52,8 +53,9 @@ const char* const kIntVariables[] = {"FILEDIA", "CMDECHO", "ATTREQ", "ORTHOMODE"
 bool Answer::is(const char* options) const {
   if (kind != Word) return false;
   const QString w = stripPrefixes(text).toLower();
+  const QString k = keyword.toLower();
   for (const QString& o : QString::fromUtf8(options).split(QLatin1Char(',')))
-    if (w == o) return true;
+    if (w == o || (!k.isEmpty() && k == o)) return true;
   return false;
 }
 
@@ -90,7 +92,7 @@ Interpreter::Interpreter(QObject* parent) : QObject(parent), userTimer_(new QTim
   ints_[QStringLiteral("FILEDIA")] = 1;
   ints_[QStringLiteral("CMDECHO")] = 1;
   ints_[QStringLiteral("ATTREQ")] = 1;
-  prompt_ = QStringLiteral("Befehl: ");
+  prompt_ = text(QStringLiteral("*"), QStringLiteral("command"));
   userTimer_->setSingleShot(true);
   connect(userTimer_, &QTimer::timeout, this, [this] {
     if (waitingForUser() && picks_.hasNext()) userActs();
@@ -125,6 +127,64 @@ void Interpreter::message(const QString& text) {
     history_ << line;
     emit lineAdded(line);
   }
+}
+
+void Interpreter::error(const QString& text) {
+  // Marked before they are shown, so the window can colour them as they come.
+  const int first = int(history_.size());
+  for (int i = 0; i < int(text.count(QLatin1Char('\n'))) + 1; ++i) errorAt_.insert(first + i);
+  message(text);
+  errors_ << text;
+  std::fprintf(stderr, "[error] %s\n", qPrintable(text));
+  std::fflush(stderr);
+  emit errorLine(text);
+}
+
+void Interpreter::setLanguage(Language l) {
+  language_ = l;
+  if (active_.done()) {
+    prompt_ = text(QStringLiteral("*"), QStringLiteral("command"));
+    emit promptChanged(prompt_);
+  }
+}
+
+QString Interpreter::text(const QString& command, const QString& key,
+                          const QStringList& args) const {
+  const PromptRow* r = PromptTable::instance().find(command, key);
+  if (!r) return command + QLatin1Char('/') + key;  // a missing row shows as such
+  QString t = language_ == Language::English ? r->en : r->de;
+  for (const QString& a : args) t = t.arg(a);
+  return t;
+}
+
+Ask Interpreter::prompt(const QString& command, const QString& key,
+                        const QStringList& args) const {
+  Ask a;
+  a.prompt = text(command, key, args);
+  if (const PromptRow* r = PromptTable::instance().find(command, key)) a.keywords = r->keywords;
+  a.table = command + QLatin1Char('/') + key;
+  return a;
+}
+
+QString Interpreter::errorText(const QString& message) {
+  return (language_ == Language::English ? QStringLiteral("; error: ")
+                                         : QStringLiteral("; Fehler: ")) +
+         message;
+}
+
+Task<bool> Interpreter::modalDialog(const QString& title) {
+  modal_ = true;
+  modalTitle_ = title;
+  message(text(QStringLiteral("*"), QStringLiteral("dialogOpen"), {title}));
+  Ask a;
+  a.prompt = title + QStringLiteral(": ");
+  a.text = true;
+  modalAsk_ = true;
+  const Answer x = co_await ask(a);
+  modalAsk_ = false;
+  modal_ = false;
+  co_return x.kind != Answer::Word || x.text.isEmpty() ||
+      x.text.compare(QLatin1String("ok"), Qt::CaseInsensitive) == 0;
 }
 
 void Interpreter::echo(const QString& prompt, const QString& answer) {
@@ -228,6 +288,11 @@ void Interpreter::userWindow(const Point& a, const Point& b) {
 }
 
 void Interpreter::send(const QString& text) {
+  if (feedPending_ && waitingForUser() && !modal_) {
+    typed_ += text;  // the open prompt takes it, as typed
+    postPump();
+    return;
+  }
   pending_.push_back(Pending{text, {}});
   postPump();
 }
@@ -295,7 +360,7 @@ void Interpreter::userActs() {
 
 int16_t Interpreter::keyQuestion(int vk) {
   const int16_t v = keys_.question(vk);
-  if (userMode_ == UserMode::Scripted && waitingForUser() && picks_.hasNext()) {
+  if (userOnPoll_ && userMode_ == UserMode::Scripted && waitingForUser() && picks_.hasNext()) {
     userTimer_->stop();
     userActs();
   }
@@ -326,7 +391,7 @@ std::optional<Input> Interpreter::takeToken(QString& b, const Ask& a, bool endTe
     if (end <= 0) {
       if (dropToCancel(b)) return Input{Input::Cancel};
       if (endTerminates) {  // a script that ends inside an expression
-        message(QStringLiteral("Unvollständiger Ausdruck am Ende des Skripts verworfen."));
+        error(QStringLiteral("Unvollständiger Ausdruck am Ende des Skripts verworfen."));
         b.clear();
       }
       return std::nullopt;
@@ -382,7 +447,7 @@ std::optional<Input> Interpreter::take(const Ask& a) {
       userActs();
       return takeToken(typed_, a, false);
     }
-    message(QStringLiteral("Keine Antwort mehr in der Pickdatei."));
+    error(QStringLiteral("Keine Antwort mehr in der Pickdatei."));
     return Input{Input::Cancel};
   }
   return std::nullopt;
@@ -425,14 +490,14 @@ std::optional<Answer> Interpreter::convert(const Input& in, const Ask& a, QStrin
         return ans;
       }
     }
-    if (a.word || a.file || a.select) {
+    if (a.word || a.file || a.select || !a.keywords.isEmpty()) {
       ans.kind = Answer::Word;
       ans.text = s;
       return ans;
     }
-    *why = a.point    ? QStringLiteral("Punkt erwartet.")
-           : a.number ? QStringLiteral("Zahl erwartet.")
-                      : QStringLiteral("Ungültige Eingabe.");
+    *why = a.point    ? text(QStringLiteral("*"), QStringLiteral("pointOrKeyword"))
+           : a.number ? text(QStringLiteral("*"), QStringLiteral("numberExpected"))
+                      : text(QStringLiteral("*"), QStringLiteral("invalidKeyword"));
     return std::nullopt;
   };
 
@@ -488,7 +553,8 @@ std::optional<Answer> Interpreter::convert(const Input& in, const Ask& a, QStrin
     }
     case Input::Cancel: break;
   }
-  *why = QStringLiteral("Ungültige Eingabe.");
+  *why = a.point ? text(QStringLiteral("*"), QStringLiteral("pointOrKeyword"))
+                 : text(QStringLiteral("*"), QStringLiteral("invalidKeyword"));
   return std::nullopt;
 }
 
@@ -527,9 +593,9 @@ Task<Answer> Interpreter::ask(Ask a) {
         pendingVariable = name;
         co_await findCommand(QStringLiteral("setvar"))->run(*this);
       } else {
-        message(QStringLiteral("** Dieser Befehl kann nicht transparent verwendet werden. **"));
+        error(text(QStringLiteral("*"), QStringLiteral("notTransparent")));
       }
-      message(QStringLiteral("Fortsetzung des Befehls."));
+      message(text(QStringLiteral("*"), QStringLiteral("resume"), {activeName_}));
       continue;
     }
     if (in.kind == Input::Text && !a.text && in.text.startsWith(QLatin1Char('('))) {
@@ -540,7 +606,7 @@ Task<Answer> Interpreter::ask(Ask a) {
       const bool ok = lisp_->evalText(in.text, &v, &error);
       --transparentLisp_;
       if (!ok) {
-        message(error);
+        this->error(error);
         continue;
       }
       in = Input{Input::Value};
@@ -549,10 +615,22 @@ Task<Answer> Interpreter::ask(Ask a) {
       echo(a.prompt, echoOf(in));
     }
     QString why;
-    const auto ans = convert(in, a, &why);
+    auto ans = convert(in, a, &why);
     if (!ans) {
-      if (!why.isEmpty()) message(why);
+      if (!why.isEmpty()) error(why);
       continue;
+    }
+    // An option word is one of the question's keywords, by the host's rules;
+    // anything else is refused and the question comes again.
+    if (ans->kind == Answer::Word && !a.keywords.isEmpty() && !a.text) {
+      const int k = matchKeyword(ans->text, a.keywords, language_);
+      if (k >= 0) {
+        ans->keyword = a.keywords[k].global;
+      } else if (!a.word) {
+        error(a.point ? text(QStringLiteral("*"), QStringLiteral("pointOrKeyword"))
+                      : text(QStringLiteral("*"), QStringLiteral("invalidKeyword")));
+        continue;
+      }
     }
     if (ans->kind == Answer::Point) lastPoint_ = ans->p;
     ++accepted_;
@@ -579,7 +657,7 @@ void addUnique(std::vector<int>& sel, int handle, int* added) {
 Task<std::vector<int>> Interpreter::selectObjects(QString prompt) {
   std::vector<int> sel;
   Ask a;
-  a.prompt = prompt;
+  a.prompt = prompt.isEmpty() ? text(QStringLiteral("*"), QStringLiteral("selectObjects")) : prompt;
   a.select = true;
   a.point = true;
   std::optional<Point> corner;
@@ -587,7 +665,7 @@ Task<std::vector<int>> Interpreter::selectObjects(QString prompt) {
     int added = 0;
     if (corner) {
       Ask c;
-      c.prompt = QStringLiteral("Gegenüberliegende Ecke angeben: ");
+      c.prompt = text(QStringLiteral("*"), QStringLiteral("oppositeCorner"));
       c.point = true;
       c.word = false;
       const Answer x = co_await ask(c);
@@ -596,7 +674,7 @@ Task<std::vector<int>> Interpreter::selectObjects(QString prompt) {
         for (const Entity& e : d.entities)
           if (inside(d.extentsOf(e), *corner, x.p)) addUnique(sel, e.handle, &added);
       corner.reset();
-      message(QStringLiteral("%1 gefunden").arg(added));
+      message(text(QStringLiteral("*"), QStringLiteral("found"), {QString::number(added)}));
       continue;
     }
     const Answer x = co_await ask(a);
@@ -607,7 +685,7 @@ Task<std::vector<int>> Interpreter::selectObjects(QString prompt) {
         if (d.entity(x.entity))
           addUnique(sel, x.entity, &added);
         else
-          message(QStringLiteral("Objekt nicht gefunden."));
+          error(QStringLiteral("Objekt nicht gefunden."));
         break;
       case Answer::Point: {
         const double tolerance = doc().view.height / 100;
@@ -639,13 +717,13 @@ Task<std::vector<int>> Interpreter::selectObjects(QString prompt) {
         } else if (x.is("l,letztes,last")) {
           if (!d.entities.empty()) addUnique(sel, d.entities.back().handle, &added);
         } else {
-          message(QStringLiteral("*Ungültige Auswahl*"));
+          error(text(QStringLiteral("*"), QStringLiteral("invalidSelection")));
           continue;
         }
         break;
       default: break;
     }
-    if (!corner) message(QStringLiteral("%1 gefunden").arg(added));
+    if (!corner) message(text(QStringLiteral("*"), QStringLiteral("found"), {QString::number(added)}));
   }
   doc().previousSelection = sel;
   co_return sel;
@@ -661,8 +739,9 @@ const CommandDef* Interpreter::findCommand(const QString& typed) const {
 }
 
 bool Interpreter::isVariable(const QString& name) const {
-  static const QStringList more = {"LASTPOINT", "VIEWSIZE", "EXTMIN", "EXTMAX", "INSBASE",
-                                   "DWGPREFIX", "DWGNAME",  "PDMODE", "CLAYER", "VIEWCTR"};
+  static const QStringList more = {"LASTPOINT", "VIEWSIZE", "EXTMIN", "EXTMAX",
+                                   "INSBASE",   "DWGPREFIX", "DWGNAME", "PDMODE",
+                                   "CLAYER",    "VIEWCTR",   "CMDACTIVE"};
   const QString n = stripPrefixes(name).toUpper();
   return ints_.contains(n) || more.contains(n);
 }
@@ -712,21 +791,28 @@ void Interpreter::settle() {
 void Interpreter::commandLine(const Input& in) {
   switch (in.kind) {
     case Input::Cancel:
-      message(QStringLiteral("Befehl: *Abbruch*"));
+      message(prompt_ + text(QStringLiteral("*"), QStringLiteral("cancel")));
       script_.clear();
       return;
     case Input::Text:
-      message(QStringLiteral("Befehl: ") + in.text);
+      message(prompt_ + in.text);
       if (in.text.startsWith(QLatin1Char('(')))
         evalTopLisp(in.text);
       else
         startCommand(in.text);
       return;
     case Input::Value:
-      message(QStringLiteral("Befehl: ") + in.value.s);
+      message(prompt_ + in.value.s);
       startCommand(in.value.s);
       return;
-    default: return;  // Return or a click at the command prompt
+    case Input::Empty:
+      // Return or a blank at the command prompt repeats the last command.
+      if (!lastCommand_.isEmpty()) {
+        message(prompt_);
+        startCommand(lastCommand_);
+      }
+      return;
+    default: return;  // a click at the command prompt
   }
 }
 
@@ -742,15 +828,15 @@ void Interpreter::startCommand(const QString& typed) {
       inLisp_ = true;
       lispAborted_ = false;
       QString error;
-      if (!lisp_->runCommand(name, &error)) message(error);
+      if (!lisp_->runCommand(name, &error)) this->error(error);
       inLisp_ = false;
       emit lispEnded();
       return;
     }
-    message(QStringLiteral("Unbekannter Befehl \"%1\".  Drücken Sie F1 für Hilfe.")
-                .arg(name.toUpper()));
+    error(text(QStringLiteral("*"), QStringLiteral("unknownCommand"), {name.toUpper()}));
     return;
   }
+  lastCommand_ = typed;
   activeName_ = def->global;
   activeIsJob_ = false;
   activeUndoable_ = def->undoable;
@@ -805,13 +891,15 @@ void Interpreter::finishActive() {
                                     [this](const auto& d) { return d.get() == activeDoc_; });
   if (!job && docAlive && drawingTouched_ && activeUndoable_) activeDoc_->recordStep(before_, name);
   activeDoc_ = nullptr;
-  prompt_ = QStringLiteral("Befehl: ");
+  prompt_ = text(QStringLiteral("*"), QStringLiteral("command"));
   emit promptChanged(prompt_);
   if (!job) emit commandEnded(name);
 }
 
 void Interpreter::abortActive() {
-  message(QStringLiteral("*Abbruch*"));
+  message(text(QStringLiteral("*"), QStringLiteral("cancel")));
+  modal_ = false;
+  modalAsk_ = false;
   script_.clear();
   feed_.clear();
   if (inLisp_) lispAborted_ = true;
@@ -830,8 +918,10 @@ void Interpreter::evalTopLisp(const QString& text) {
   feeding_ = false;
   pausing_ = false;
   feed_.clear();
-  if (!ok)
-    message(error);
+  if (!ok && lispAborted_)
+    message(error);  // the user broke off: the host says so, but it is no fault
+  else if (!ok)
+    this->error(error);
   else if (!(v.kind == lisp::Value::Str && v.s.isEmpty()))
     message(lisp::toText(v, true));
   emit lispEnded();
@@ -843,12 +933,19 @@ void Interpreter::flushFeed() {
     if (active_.done()) {
       const lisp::Value v = feed_.front();
       feed_.pop_front();
-      if (v.kind == lisp::Value::Str && v.s.isEmpty()) continue;
-      message(QStringLiteral("Befehl: ") + lisp::toText(v, false));
+      if (v.kind == lisp::Value::Str && v.s.isEmpty()) {
+        // Return at the command prompt: the last command again.
+        if (!lastCommand_.isEmpty()) {
+          message(prompt_);
+          startCommand(lastCommand_);
+        }
+        continue;
+      }
+      message(prompt_ + lisp::toText(v, false));
       if (v.kind == lisp::Value::Str)
         startCommand(v.s);
       else
-        message(QStringLiteral("Unbekannter Befehl \"%1\".").arg(lisp::toText(v, true)));
+        error(text(QStringLiteral("*"), QStringLiteral("unknownCommand"), {lisp::toText(v, true)}));
       continue;
     }
     if (!waiting_) break;
@@ -897,9 +994,8 @@ bool Interpreter::command(const std::vector<lisp::Value>& args, QString* error) 
     }
     return true;
   }
-  // The arguments act as typed input: a " " right behind a value is the blank
-  // that ends it; "" or any other blank is a Return.
-  bool behindValue = false;
+  // Each argument is one whole answer to one prompt: " " and "" are each a
+  // Return, whatever stands before them.
   for (const lisp::Value& v : args) {
     if (v.kind == lisp::Value::Str && v.s == QLatin1String("\\")) {
       flushFeed();
@@ -907,21 +1003,14 @@ bool Interpreter::command(const std::vector<lisp::Value>& args, QString* error) 
         *error = QStringLiteral("Funktion abgebrochen");
         return false;
       }
-      behindValue = false;
       continue;
     }
     if (v.kind == lisp::Value::Nil) continue;
     if (v.kind == lisp::Value::Str && v.s.trimmed().isEmpty()) {
-      if (v.s == QLatin1String(" ") && behindValue) {
-        behindValue = false;
-        continue;
-      }
       feed_.push_back(lisp::Value::str({}));
-      behindValue = false;
       continue;
     }
     feed_.push_back(v);
-    behindValue = true;
   }
   flushFeed();
   if (lispAborted_) {
@@ -942,9 +1031,8 @@ bool Interpreter::startapp(const QString& program, const QString& argument) {
 }
 
 QString Interpreter::findFile(const QString& name) {
-  for (const QString& candidate : {resolvePath(name), resolvePath(name, QStringLiteral(".lsp"))})
-    if (QFileInfo(candidate).isFile()) return candidate;
-  return {};
+  const QString candidate = resolvePath(name);
+  return QFileInfo(candidate).isFile() ? candidate : QString();
 }
 
 // ---------------------------------------------------------------- automation questions
@@ -1114,6 +1202,15 @@ QVariant Interpreter::variable(const QString& name, QString* error) {
   auto point = [](const Point& p) { return QVariant(QVariantList{p.x, p.y, p.z}); };
   if (ints_.contains(n)) return ints_.value(n);
   if (n == QLatin1String("LASTPOINT")) return point(lastPoint_);
+  if (n == QLatin1String("CMDACTIVE")) {
+    // 1 a command, 4 a script, 8 a dialog box, 32 Lisp: as a host counts them.
+    int v = 0;
+    if (!active_.done() && !activeIsJob_) v |= 1;
+    if (!script_.isEmpty()) v |= 4;
+    if (modal_) v |= 8;
+    if (inLisp_) v |= 32;
+    return v;
+  }
   if (n == QLatin1String("VIEWSIZE")) return d.view.height;
   if (n == QLatin1String("VIEWCTR")) return point(d.view.center);
   if (n == QLatin1String("EXTMIN") || n == QLatin1String("EXTMAX")) {

@@ -5,6 +5,7 @@
 // documents and the system variables. Commands stop where they need the user;
 // then a click, a typed answer or the picks file goes on.
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -18,6 +19,7 @@
 #include "document.h"
 #include "lisp.h"
 #include "picks.h"
+#include "prompttable.h"
 #include "task.h"
 
 class QTimer;
@@ -34,6 +36,11 @@ struct Ask {
   bool text = false;          // a text with blanks: only Return ends it
   bool file = false;          // a file name, quoted or not; an empty answer asks again
   std::optional<Point> base;  // for "@" points
+  // The options the question takes. A word that names none of them is
+  // refused and the question comes again, unless free words are asked too
+  // (`word`: a name, a file).
+  QList<Keyword> keywords;
+  QString table;  // command and key of the table row, "-INSERT/point", for the error texts
 };
 
 struct Answer {
@@ -43,9 +50,12 @@ struct Answer {
   sandbox::Point p, p2;
   double number = 0;
   int entity = 0;
+  QString keyword;  // the global name of the option the word named ("Yes"), or ""
   Answer() = default;
   Answer(Kind k, QString t = {}) : kind(k), text(std::move(t)) {}
-  bool is(const char* option) const;  // a word that names the option, "_" prefix or not
+  // A word that names the option, "_" prefix or not; or, for a question with
+  // keywords, the option it matched by its global name.
+  bool is(const char* option) const;
 };
 
 // What arrives at a prompt before it is converted.
@@ -116,9 +126,12 @@ class Interpreter : public QObject, private lisp::Environment {
   UserMode userMode() const { return userMode_; }
   void setUserDelay(int ms) { userDelay_ = ms; }
   PicksSource& picks() { return picks_; }
-  // GetAsyncKeyState. While the sandbox waits for the user, the scripted user
-  // acts right after the question: the next question sees the click.
+  // GetAsyncKeyState. The scripted user acts `userDelay` after the sandbox
+  // started waiting for the user, as a person would, however often the program
+  // polls; with `setUserOnPoll` it acts right after a poll instead (faster
+  // tests that don't care about timing).
   int16_t keyQuestion(int vk);
+  void setUserOnPoll(bool on) { userOnPoll_ = on; }
   KeyStates& keys() { return keys_; }
 
   // --- state ---
@@ -130,6 +143,8 @@ class Interpreter : public QObject, private lisp::Environment {
   // The waiting question takes text with blanks (only Return ends it).
   bool textPrompt() const { return waiting_ && waitingAsk_.text; }
   const QStringList& history() const { return history_; }
+  // Line `i` of the history is an error line.
+  bool isErrorLine(int i) const { return errorAt_.contains(i); }
   int entlastHandle() const;
 
   // --- variables ---
@@ -138,8 +153,40 @@ class Interpreter : public QObject, private lisp::Environment {
   Point lastPoint() const { return lastPoint_; }
   void setLastPoint(const Point& p) { lastPoint_ = p; }
 
+  // --- the host's language and the prompt table ---
+  Language language() const { return language_; }
+  void setLanguage(Language l);
+  // Question `key` of `command` (their row in prompts.tsv) in the host's
+  // language, %1, %2 ... filled from `args`, with the row's keywords.
+  Ask prompt(const QString& command, const QString& key, const QStringList& args = {}) const;
+  // A text of the table (messages too: rows whose key names the message).
+  QString text(const QString& command, const QString& key, const QStringList& args = {}) const;
+
+  // --- strictness ---
+  // What happens to a string sent by automation while a command waits for
+  // the user: refused as a busy host refuses (default), or fed to the prompt.
+  void setFeedPending(bool on) { feedPending_ = on; }
+  bool feedPending() const { return feedPending_; }
+  // A modal dialog is open (ATTEDIT on the automation route): sent strings
+  // are refused until the user closes it.
+  bool modal() const { return modal_; }
+  QString modalTitle() const { return modalTitle_; }
+  // A command runs inside a Lisp (command ...) call.
+  bool inLispCommand() const { return inLisp_ && feeding_; }
+  // The error lines of this run: every line the command line marked as one.
+  const QStringList& errorLines() const { return errors_; }
+
   // --- for the commands ---
   Task<Answer> ask(Ask a);
+  // An error line: shown like any message, marked in the history, the batch
+  // log and on standard error ("[error] ...").
+  void error(const QString& text);
+  void error(const QString& command, const QString& key, const QStringList& args = {}) {
+    error(text(command, key, args));
+  }
+  // A modal dialog of a command: waits until the user closes it (Return or
+  // Escape at the command line, or the picks file) and returns true for OK.
+  Task<bool> modalDialog(const QString& title);
   Task<std::vector<int>> selectObjects(QString prompt = QStringLiteral("Objekte wählen: "));
   void message(const QString& text);
   void changed();  // the drawing changed: redraw, extents, undo step
@@ -173,6 +220,7 @@ class Interpreter : public QObject, private lisp::Environment {
   void commandEnded(const QString& name);
   void lispEnded();
   void quitRequested();
+  void errorLine(const QString& line);
   // Nothing more can be done without new input (finished, or waiting for the user).
   void settled();
   void inputArrived();
@@ -194,6 +242,7 @@ class Interpreter : public QObject, private lisp::Environment {
   }
   bool startapp(const QString& program, const QString& argument) override;
   QString findFile(const QString& name) override;
+  QString errorText(const QString& message) override;
 
   std::optional<Input> take(const Ask& a);
   std::optional<Input> takeToken(QString& buffer, const Ask& a, bool endTerminates);
@@ -247,13 +296,22 @@ class Interpreter : public QObject, private lisp::Environment {
   bool quitting_ = false;
 
   UserMode userMode_ = UserMode::Interactive;
-  int userDelay_ = 200;
+  int userDelay_ = 300;
+  bool userOnPoll_ = false;
   QTimer* userTimer_;
   PicksSource picks_;
   KeyStates keys_;
 
   QString prompt_;
   QStringList history_;
+  QStringList errors_;
+  QSet<int> errorAt_;
+  Language language_ = Language::German;
+  bool feedPending_ = false;
+  bool modal_ = false;
+  bool modalAsk_ = false;
+  QString modalTitle_;
+  QString lastCommand_;  // what Return at the command prompt repeats
   QMap<QString, int> ints_;
   Point lastPoint_;
 };

@@ -311,11 +311,25 @@ Value Interpreter::call(const QString& name, const std::vector<Value>& a, int de
     return Value::nil();
   }
   if (name == QLatin1String("LOAD")) {
-    const QString file = env_.findFile(textArg(a, 0, "load"));
+    // A name without extension is looked for as ".vlx", ".fas", ".lsp", in
+    // that order; the first two are compiled forms the sandbox can't read.
+    const QString wanted = textArg(a, 0, "load");
+    QString file;
+    if (QFileInfo(wanted).suffix().isEmpty()) {
+      for (const char* ext : {".vlx", ".fas", ".lsp"}) {
+        file = env_.findFile(wanted + QLatin1String(ext));
+        if (!file.isEmpty()) break;
+      }
+    } else {
+      file = env_.findFile(wanted);
+    }
     if (file.isEmpty()) {
       if (a.size() > 1) return a[1];
       fail(QStringLiteral("LOAD fehlgeschlagen: \"%1\"").arg(a[0].s));
     }
+    const QString suffix = QFileInfo(file).suffix().toLower();
+    if (suffix == QLatin1String("vlx") || suffix == QLatin1String("fas"))
+      fail(QStringLiteral("LOAD fehlgeschlagen: \"%1\" (kompilierte Form)").arg(file));
     QFile f(file);
     if (!f.open(QIODevice::ReadOnly) || loadDepth_ > 8)
       fail(QStringLiteral("LOAD fehlgeschlagen: \"%1\"").arg(a[0].s));
@@ -426,7 +440,7 @@ Value Interpreter::call(const QString& name, const std::vector<Value>& a, int de
     const QString f = env_.findFile(textArg(a, 0, "findfile"));
     return f.isEmpty() ? Value::nil() : Value::str(f);
   }
-  fail(QStringLiteral("Funktion nicht definiert: %1").arg(name));
+  fail(QStringLiteral("no function definition: %1").arg(name));
 }
 
 bool Interpreter::evalText(const QString& text, Value* result, QString* error) {
@@ -436,7 +450,7 @@ bool Interpreter::evalText(const QString& text, Value* result, QString* error) {
     if (result) *result = v;
     return true;
   } catch (const Failure& f) {
-    if (error) *error = QStringLiteral("Fehler: ") + f.message;
+    if (error) *error = env_.errorText(f.message);
     return false;
   }
 }
@@ -456,7 +470,7 @@ bool Interpreter::runCommand(const QString& name, QString* error) {
     callUser(*functions_.value(QStringLiteral("C:") + name.toUpper()), {}, 0);
     return true;
   } catch (const Failure& f) {
-    if (error) *error = QStringLiteral("Fehler: ") + f.message;
+    if (error) *error = env_.errorText(f.message);
     return false;
   }
 }

@@ -74,6 +74,8 @@ class Environment {
   virtual bool startapp(const QString& program, const QString& argument) = 0;
   // The file that (load) means, "" when there is none.
   virtual QString findFile(const QString& name) = 0;
+  // An error of the Lisp as the command line shows it.
+  virtual QString errorText(const QString& message) { return QStringLiteral("; Fehler: ") + message; }
 };
 
 class Interpreter {
@@ -81,7 +83,8 @@ class Interpreter {
   explicit Interpreter(Environment& env);
 
   // Reads and evaluates every expression of the text; the value of the last.
-  // False with a message for a reader error, an unknown function or a break.
+  // False with a message for a reader error, an unknown function or a break,
+  // worded by the environment's errorText ("; Fehler: no function definition: X").
   bool evalText(const QString& text, Value* result, QString* error);
   bool loadFile(const QString& path, QString* error);
   // The defined function "C:NAME" runs as the command NAME.

@@ -2,8 +2,9 @@
 //
 //   sandbox-cad [--socket NAME] [--open DRAWING] [--picks FILE] [--script FILE]
 //               [--keystroke] [--title TEXT] [--version-text TEXT] [--user-delay MS]
-//               [--screenshot FILE]
+//               [--screenshot FILE] [--language de|en] [--feed-pending] [--user-on-poll]
 //   sandbox-cad --batch [--open DRAWING] [--picks FILE] --script FILE [--save OUT.dxf]
+//               [--language de|en]
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTextStream>
@@ -72,10 +73,28 @@ int main(int argc, char** argv) {
   const QCommandLineOption shot(QStringLiteral("screenshot"),
                                 QStringLiteral("Keep a picture of the window here."),
                                 QStringLiteral("FILE"));
-  for (const auto& o :
-       {batch, open, picks, script, save, socket, keystroke, title, version, delay, shot})
+  const QCommandLineOption language(
+      QStringLiteral("language"),
+      QStringLiteral("Language of the host: de (default) or en. Local keywords follow it."),
+      QStringLiteral("de|en"), QStringLiteral("de"));
+  const QCommandLineOption feedPending(
+      QStringLiteral("feed-pending"),
+      QStringLiteral("Feed strings sent while a command waits for the user to its prompt "
+                     "instead of refusing them as a busy host does."));
+  const QCommandLineOption userOnPoll(
+      QStringLiteral("user-on-poll"),
+      QStringLiteral("The picks file answers right after the program polls a key, not after "
+                     "the user's delay."));
+  for (const auto& o : {batch, open, picks, script, save, socket, keystroke, title, version, delay,
+                        shot, language, feedPending, userOnPoll})
     p.addOption(o);
   p.process(app);
+  const QString lang = p.value(language).toLower();
+  if (lang != QLatin1String("de") && lang != QLatin1String("en")) {
+    std::fputs("sandbox-cad: --language takes de or en\n", stderr);
+    return 2;
+  }
+  const Language hostLanguage = lang == QLatin1String("en") ? Language::English : Language::German;
 
   QTextStream out(stdout);
   if (p.isSet(batch)) {
@@ -83,11 +102,15 @@ int main(int argc, char** argv) {
       std::fputs("sandbox-cad: --batch needs --script FILE\n", stderr);
       return 1;
     }
-    return runBatch(BatchOptions{p.value(open), p.value(picks), p.value(script), p.value(save)},
-                    out);
+    BatchOptions b{p.value(open), p.value(picks), p.value(script), p.value(save)};
+    b.language = hostLanguage;
+    return runBatch(b, out);
   }
 
   Interpreter in;
+  in.setLanguage(hostLanguage);
+  in.setFeedPending(p.isSet(feedPending));
+  in.setUserOnPoll(p.isSet(userOnPoll));
   const bool lt = p.isSet(keystroke);
   in.titleBase = p.isSet(title) ? p.value(title)
                  : lt           ? QStringLiteral("Sandbox CAD LT")
@@ -100,7 +123,7 @@ int main(int argc, char** argv) {
       return 1;
     }
     in.setUserMode(Interpreter::UserMode::Scripted);
-    in.setUserDelay(p.isSet(delay) ? p.value(delay).toInt() : lt ? 2000 : 200);
+    in.setUserDelay(p.isSet(delay) ? p.value(delay).toInt() : lt ? 2000 : 300);
   }
 
   MainWindow window(in);

@@ -51,7 +51,14 @@ MainWindow::MainWindow(Interpreter& in, QWidget* parent) : QMainWindow(parent), 
   resize(1100, 800);
   connect(&in, &Interpreter::titleChanged, this, &QWidget::setWindowTitle);
   connect(&in, &Interpreter::promptChanged, prompt_, &QLabel::setText);
-  connect(&in, &Interpreter::lineAdded, history_, &QPlainTextEdit::appendPlainText);
+  // Error lines stand out in red, as a host marks them.
+  connect(&in, &Interpreter::lineAdded, history_, [this, &in](const QString& line) {
+    if (in.isErrorLine(int(in.history().size()) - 1))
+      history_->appendHtml(QStringLiteral("<span style=\"color:#c00000\">%1</span>")
+                               .arg(line.toHtmlEscaped()));
+    else
+      history_->appendPlainText(line);
+  });
   connect(view_, &DrawingView::keyTyped, this, [this](QKeyEvent* e) {
     line_->setFocus();
     if (!handleKey(e) && !e->text().isEmpty() && e->text()[0].isPrint()) line_->insert(e->text());
