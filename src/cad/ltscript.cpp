@@ -143,8 +143,10 @@ bool ACadLtBlockEinfuegenTippen(CadBridge& b, const LtEinfuegeDaten& d) {
   const QString pfad = sendKeysEscape(fctReplaceBackslash(strSkriptDatei()));
   t.step(QStringLiteral("script"));
   SendKeys(b, QStringLiteral("filedia 0\rscript\r") + q + pfad + q + "\r", true);
-  // 9. The user's click is the insertion point; Escape breaks off.
+  // 9. The user's click is the insertion point; Escape breaks off. The old
+  //    states go first: the "{ESC}" typed above counts as a press of the key.
   b.desktop->getAsyncKeyState(kLinkeMaustaste);
+  b.desktop->getAsyncKeyState(kEscape);
   for (;;) {
     DoEvents();
     if (b.desktop->getAsyncKeyState(kLinkeMaustaste) != 0) break;

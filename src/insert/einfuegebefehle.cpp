@@ -69,6 +69,8 @@ QString fctLayerBefehl(const QString& strLayer) {
 
 QString fctLayer0Befehl() { return QStringLiteral("._change (entlast)  _prop _la 0") + "\r" + "\r"; }
 
+QString fctEraseBefehl() { return QStringLiteral("._erase (entlast)  "); }
+
 QString fctAtteditBefehl() { return QStringLiteral("._attedit (entlast) "); }
 
 QString fctExplodeBefehl() { return QStringLiteral("._explode (entlast) ") + "\r"; }

@@ -27,6 +27,8 @@ QString fctRotateBefehl(const std::array<QString, 3>& lastpoint);
 QString fctBruchBefehl(const QString& programmVerzeichnis);
 QString fctLayerBefehl(const QString& strLayer);
 QString fctLayer0Befehl();
+// Removes the block of a cancelled series (the last entity).
+QString fctEraseBefehl();
 QString fctAtteditBefehl();
 QString fctExplodeBefehl();
 QString fctArrayBefehl();

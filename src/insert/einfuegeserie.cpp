@@ -37,6 +37,16 @@ bool Einfuegeserie::senden(const QString& befehl) {
   return false;
 }
 
+bool Einfuegeserie::sendenUndWarten(const QString& befehl) {
+  // A host refuses every other string while one of its commands waits for the
+  // user, so a command that ends in the user's hands is waited for like the
+  // insert itself: until the host reports its end (also a cancelled one).
+  QString fehler;
+  if (SendCommandUndWarten(b_, befehl, &fehler)) return true;
+  subErrorAllgemein(false, QStringLiteral("cmbEinfuegen_Click"), fehler);
+  return false;
+}
+
 bool Einfuegeserie::serieSenden(EinfuegeWerte& w) {
   return w.NummerEinfuegepkt > 1 ? serieAndererPunkt(w) : serieEinPunkt(w);
 }
@@ -78,14 +88,19 @@ bool Einfuegeserie::serieAndererPunkt(EinfuegeWerte& w) {
   taste(b_, kLinkeMaustaste);
   taste(b_, kRechteMaustaste);
   taste(b_, kEscape);
-  // 3. The move: the user's pick is its second point.
-  if (!senden(fctMoveBefehl(w.strDistanz))) return false;
+  // 3. The move: the user's pick is its second point. The pick is waited
+  //    for, so that "lastpoint" below is that pick.
+  if (!sendenUndWarten(fctMoveBefehl(w.strDistanz))) return false;
   // 4.
   const int16_t rechts = taste(b_, kRechteMaustaste);
   const int16_t escape = taste(b_, kEscape);
-  if (rechts != 0 || escape != 0) {
+  if (rechts != 0 || escape != 0 || b_.Unterbrechung == 1) {
     t.step(QStringLiteral("VK_EsCAPE - es wird wohl abgebrochen"));
     b_.Unterbrechung = 1;
+    // The block placed at the origin goes again: a cancelled insert leaves
+    // nothing in the drawing.
+    senden(fctEraseBefehl());
+    return true;
   }
   // 5. The rotation about the pick.
   if (o_.byteAbfrageEinfuegewinkel == 1 && b_.Unterbrechung == 0) {
@@ -97,7 +112,7 @@ bool Einfuegeserie::serieAndererPunkt(EinfuegeWerte& w) {
     }
     std::array<QString, 3> s;
     KommaPunktErsetzen(p, s);
-    if (!senden(fctRotateBefehl(s))) return false;
+    if (!sendenUndWarten(fctRotateBefehl(s))) return false;
   }
   return true;
 }
@@ -132,11 +147,14 @@ bool Einfuegeserie::folgebefehleSenden(const EinfuegeWerte& w) {
     SendKeys(b_, QStringLiteral("{ESC}"), true);
   }
   // 4.-6.
-  if (o_.byteAbfrageAttributeBeimEinfuegen == 1 && b_.Unterbrechung != 1 && !senden(fctAtteditBefehl()))
+  // The attribute dialog and the array's questions are the user's: their
+  // commands are waited for before anything else is sent.
+  if (o_.byteAbfrageAttributeBeimEinfuegen == 1 && b_.Unterbrechung != 1 &&
+      !sendenUndWarten(fctAtteditBefehl()))
     return false;
   if (o_.byteUrsprungBeimEinfuegen == 1 && b_.Unterbrechung != 1 && !senden(fctExplodeBefehl()))
     return false;
-  if (o_.byteReihe == 1 && b_.Unterbrechung != 1 && !senden(fctArrayBefehl())) return false;
+  if (o_.byteReihe == 1 && b_.Unterbrechung != 1 && !sendenUndWarten(fctArrayBefehl())) return false;
   // 7. The data card as Lisp variables (when the setup asks for them).
   if (b_.Unterbrechung != 1) {
     int intFehler = 0;

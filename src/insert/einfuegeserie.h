@@ -10,7 +10,8 @@ struct EinfuegeWerte;
 
 // One pass of an insert on the automation route: the series that places the
 // block, then the follow-ups that address it by (entlast). Escape or the right
-// button at the pick sets Unterbrechung, and every later string is skipped.
+// button at the pick sets Unterbrechung, and every later string is skipped;
+// at the move of a further point it also erases the block placed at the origin.
 class Einfuegeserie {
  public:
   Einfuegeserie(CadBridge& b, const EinfuegeOptionen& o, int32_t longEinfuegenLayer0,
@@ -25,6 +26,7 @@ class Einfuegeserie {
 
  private:
   bool senden(const QString& befehl);
+  bool sendenUndWarten(const QString& befehl);
   bool serieEinPunkt(EinfuegeWerte& w);
   bool serieAndererPunkt(EinfuegeWerte& w);
 

@@ -242,13 +242,25 @@ TEST_F(EinfuegenAutomation, EscapeOrTheRightButtonAtThePickStopsTheSeries) {
   EXPECT_EQ(bridge_->Unterbrechung, 1);
   EXPECT_EQ(log().mid(log().size() - 4, 3), wiederhergestellt);
 
-  // Another point: the right button at the move; no rotation, no follow-up.
+  // Another point: the right button at the move; no rotation, no follow-up,
+  // and the block placed at the origin goes again.
   log_.clear();
   punktWaehlen(1);
   desk_.keys[2] = {0, 1};
   ins_->cmbEinfuegen_Click();
-  EXPECT_EQ(gesendet().size(), 2);
-  EXPECT_TRUE(gesendet().last().contains("._move"));
+  ASSERT_EQ(gesendet().size(), 3);
+  EXPECT_TRUE(gesendet()[1].contains("._move"));
+  EXPECT_EQ(gesendet()[2], "sendCommand|._erase (entlast)  ");
+  EXPECT_EQ(log().mid(log().size() - 4, 3), wiederhergestellt);
+
+  // Escape at the move: the same, seen after the move's end was waited for.
+  log_.clear();
+  punktWaehlen(1);
+  desk_.keys[27] = {0, 0, 1};
+  ins_->cmbEinfuegen_Click();
+  ASSERT_EQ(gesendet().size(), 3);
+  EXPECT_EQ(gesendet()[2], "sendCommand|._erase (entlast)  ");
+  EXPECT_EQ(bridge_->Unterbrechung, 1);
   EXPECT_EQ(log().mid(log().size() - 4, 3), wiederhergestellt);
 }
 
@@ -282,9 +294,10 @@ TEST_F(EinfuegenAutomation, AMarkedListOfThreeWithEscapeAtTheSecond) {
     markieren(codes.last(), zeichnung(codes.last(), 0), 0, i == 0 ? 2 : 1);
   }
   oeffnen();
-  // B of the first: one read before the move, one after; A of the second:
+  // B of the first: one read before the move, one to drop the old state and
+  // two after its wait, one more for the series' own check; A of the second:
   // one before the wait, Escape after it.
-  desk_.keys[27] = {0, 0, 0, 1};
+  desk_.keys[27] = {0, 0, 0, 0, 0, 0, 1};
   ins_->cmbEinfuegen_Click();
   const QStringList s = gesendet();
   ASSERT_EQ(s.size(), 3);

@@ -82,6 +82,8 @@ void EinfuegenTest::SetUp() {
   bridge_->hostGetObject = [this](QString*) -> Host* { return &host_; };
   bridge_->pauseHook = [this](int ms) { log_ << "pause|" + QString::number(ms); };
   host_.endCommandOnPause = QStringLiteral("-INSERT");
+  host_.endCommandFor = {QStringLiteral("._move"), QStringLiteral("._rotate"),
+                         QStringLiteral("._attedit"), QStringLiteral("._array")};
   // No wait of an insert outlasts this: it ends as if the user broke off.
   wache_.setSingleShot(true);
   wache_.setInterval(10000);

@@ -123,6 +123,11 @@ bool FakeHost::sendCommand(const QString& command) {
     const QString n = endCommandOnPause;
     QTimer::singleShot(endDelayMs, this, [this, n]() { emit endCommand(n); });
   }
+  for (const QString& start : endCommandFor)
+    if (command.startsWith(start)) {
+      const QString n = QString(start).remove(QLatin1Char('.')).remove(QLatin1Char('_')).toUpper();
+      QTimer::singleShot(endDelayMs, this, [this, n]() { emit endCommand(n); });
+    }
   if (onSendCommand) onSendCommand(command);
   return true;
 }

@@ -46,6 +46,9 @@ class FakeHost : public Host {
   // from the event loop after `endDelayMs`, as the host does once the user's
   // pick is over. Off when the name is empty.
   QString endCommandOnPause;
+  // Commands that end in the user's hands (a move's second point): a string
+  // that starts with one of these raises endCommand after endDelayMs too.
+  QStringList endCommandFor;
   int endDelayMs = 20;
   // Runs for every sendCommand after it was recorded.
   std::function<void(const QString&)> onSendCommand;
