@@ -29,9 +29,37 @@ class Out {
     num(code + 10, p.y);
     num(code + 20, p.z);
   }
-  QByteArray bytes() const { return text_.toUtf8(); }
+  // Release 12 text is in the code page the header names (ANSI_1252); what
+  // that page lacks is written as a "\U+XXXX" escape.
+  QByteArray bytes() const {
+    QByteArray out;
+    out.reserve(text_.size());
+    for (const QChar c : text_) {
+      const char16_t u = c.unicode();
+      if (u < 0x80 || (u >= 0xA0 && u <= 0xFF)) {
+        out += char(u);
+        continue;
+      }
+      if (const int b = cp1252(u)) {
+        out += char(b);
+        continue;
+      }
+      out += QStringLiteral("\\U+%1").arg(int(u), 4, 16, QLatin1Char('0')).toUpper().toLatin1();
+    }
+    return out;
+  }
 
  private:
+  // The byte of Windows-1252's range 0x80 to 0x9F for a character, or 0.
+  static int cp1252(char16_t u) {
+    static const char16_t high[32] = {
+        0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+    for (int i = 0; i < 32; ++i)
+      if (high[i] == u) return 0x80 + i;
+    return 0;
+  }
   QString text_;
 };
 
@@ -142,6 +170,8 @@ QByteArray writeDxf(const Drawing& d) {
   o.pair(2, QStringLiteral("HEADER"));
   o.pair(9, QStringLiteral("$ACADVER"));
   o.pair(1, QStringLiteral("AC1009"));
+  o.pair(9, QStringLiteral("$DWGCODEPAGE"));
+  o.pair(3, QStringLiteral("ANSI_1252"));
   o.pair(9, QStringLiteral("$INSBASE"));
   o.point(10, d.insbase);
   const Extents x = d.extents();
@@ -159,14 +189,31 @@ QByteArray writeDxf(const Drawing& d) {
   o.pair(2, QStringLiteral("TABLES"));
   o.pair(0, QStringLiteral("TABLE"));
   o.pair(2, QStringLiteral("LTYPE"));
-  o.integer(70, 1);
-  o.pair(0, QStringLiteral("LTYPE"));
-  o.pair(2, QStringLiteral("CONTINUOUS"));
-  o.integer(70, 0);
-  o.pair(3, QStringLiteral("Solid line"));
-  o.integer(72, 65);
-  o.integer(73, 0);
-  o.num(40, 0);
+  // Every line type the drawing names has its entry, so a reader that checks
+  // the references keeps them; the sandbox draws them all solid.
+  QStringList linetypes{QStringLiteral("CONTINUOUS")};
+  auto named = [&linetypes](const QString& lt) {
+    if (lt.isEmpty() || lt.compare(QLatin1String("BYLAYER"), Qt::CaseInsensitive) == 0 ||
+        lt.compare(QLatin1String("BYBLOCK"), Qt::CaseInsensitive) == 0)
+      return;
+    for (const QString& have : linetypes)
+      if (have.compare(lt, Qt::CaseInsensitive) == 0) return;
+    linetypes << lt;
+  };
+  for (const Layer& l : d.layers) named(l.linetype);
+  for (const Entity& e : d.entities) named(e.linetype);
+  for (const BlockDef& b : d.blocks)
+    for (const Entity& e : b.entities) named(e.linetype);
+  o.integer(70, int(linetypes.size()));
+  for (const QString& lt : linetypes) {
+    o.pair(0, QStringLiteral("LTYPE"));
+    o.pair(2, lt);
+    o.integer(70, 0);
+    o.pair(3, lt == QLatin1String("CONTINUOUS") ? QStringLiteral("Solid line") : QString());
+    o.integer(72, 65);
+    o.integer(73, 0);
+    o.num(40, 0);
+  }
   o.pair(0, QStringLiteral("ENDTAB"));
   o.pair(0, QStringLiteral("TABLE"));
   o.pair(2, QStringLiteral("LAYER"));
