@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QFrame>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QTimer>
 
@@ -24,8 +25,8 @@ TEST(FrmVariaEinfuegepkte, ShowsThePointsAndFramesTheChoice) {
   EXPECT_EQ(f.bestaetigen()->objectName(), "cmbEinfuegen");
   EXPECT_EQ(f.slide(1)->path(), "/l/000/x.slb(0B)");
   EXPECT_EQ(f.slide(2)->path(), "/p/frei2.sld");
-  EXPECT_TRUE(f.slide(2)->isVisible());
-  EXPECT_FALSE(f.slide(3)->isVisible());  // two points: one row of three
+  EXPECT_TRUE(f.slide(1)->isVisible());
+  EXPECT_FALSE(f.slide(2)->isVisible()) << "two points: the third slot stays empty";
   EXPECT_TRUE(f.markierungsumrandung()->geometry().contains(f.slide(0)->geometry()));
 
   emit f.slide(1)->leftButtonDown(1);
@@ -45,6 +46,62 @@ TEST(FrmVariaEinfuegepkte, ShowsThePointsAndFramesTheChoice) {
   m.reject();
   EXPECT_TRUE(b.geschlossen());
   EXPECT_EQ(b.NummerEinfuegepkt(), 0);
+}
+
+// A key as typed: press and release to the widget with the focus.
+void taste(Qt::Key k) {
+  QWidget* w = QApplication::focusWidget();
+  ASSERT_NE(w, nullptr);
+  QKeyEvent druck(QEvent::KeyPress, k, Qt::NoModifier);
+  QApplication::sendEvent(w, &druck);
+  QKeyEvent los(QEvent::KeyRelease, k, Qt::NoModifier);
+  QApplication::sendEvent(w, &los);
+}
+
+TEST(FrmVariaEinfuegepkte, ArrowsMoveTheFrameOverThePointsReturnTakesItEscapeCancels) {
+  VariaEinfuegepkte b;
+  b.Form_Load(0, 2, "/l/000/x.slb", "/p/frei2.sld");
+  {
+    FrmVariaEinfuegepkte f(b);
+    f.show();
+    f.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    taste(Qt::Key_Right);
+    EXPECT_EQ(b.gewaehlt(), 1);
+    EXPECT_TRUE(f.markierungsumrandung()->geometry().contains(f.slide(1)->geometry()));
+    taste(Qt::Key_Right);  // no third point: the frame stays, the focus too
+    EXPECT_EQ(b.gewaehlt(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), f.bestaetigen());
+    taste(Qt::Key_Down);
+    EXPECT_EQ(b.gewaehlt(), 1);
+    taste(Qt::Key_Return);
+    EXPECT_EQ(f.result(), QDialog::Accepted);
+    EXPECT_EQ(b.NummerEinfuegepkt(), 2);
+  }
+  // Five points in two rows: Down goes to the row below where there is a point.
+  b.Form_Load(1, 5, "/l/000/x1.slb", "/p/frei2.sld");
+  {
+    FrmVariaEinfuegepkte f(b);
+    f.show();
+    f.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    EXPECT_TRUE(f.slide(4)->isVisible());
+    EXPECT_FALSE(f.slide(5)->isVisible());
+    taste(Qt::Key_Down);
+    EXPECT_EQ(b.gewaehlt(), 3);
+    taste(Qt::Key_Right);
+    taste(Qt::Key_Right);
+    EXPECT_EQ(b.gewaehlt(), 4);
+    taste(Qt::Key_Up);
+    EXPECT_EQ(b.gewaehlt(), 1);
+    taste(Qt::Key_Right);
+    taste(Qt::Key_Down);
+    EXPECT_EQ(b.gewaehlt(), 2) << "no point below the third";
+    taste(Qt::Key_Escape);
+    EXPECT_EQ(f.result(), QDialog::Rejected);
+    EXPECT_TRUE(b.geschlossen());
+    EXPECT_EQ(b.NummerEinfuegepkt(), 0);
+  }
 }
 
 class EinfuegenFenster : public EinfuegenTest {};

@@ -8,6 +8,7 @@
 #include "einfuegebefehle.h"
 #include "einfuegeoptionen.h"
 #include "einfuegewerte.h"
+#include "cadbridge.h"
 #include "integration.h"
 #include "ltscript.h"
 #include "sandboxtest.h"
@@ -242,6 +243,24 @@ TEST_F(ProgramStrings, TheKeystrokeScriptStopsAtTheInsertionPoint) {
   EXPECT_EQ(references()[0].p1, (Point{7, 8, 0}));
   EXPECT_EQ(references()[0].layer, QStringLiteral("Moebel"));
   EXPECT_EQ(in_->variable(QStringLiteral("FILEDIA")).toInt(), 1);
+  noErrors();
+}
+
+// The menu's Lisp as the program sets it up for the host: the start command
+// and the master's commands load and run without an error line.
+TEST_F(ProgramStrings, TheMenuLispLoadsAndItsCommandsRun) {
+  installData();
+  kolvane::CadBridge b(nullptr);
+  b.strDatenVerzeichnis = path("daten");
+  b.strExePfad = QStringLiteral("/bin/true");
+  ASSERT_TRUE(kolvane::fctAcadMenueEinrichten(b));
+  const QString mnl = b.hostDatei(QStringLiteral("kolvane.mnl"));
+  ASSERT_TRUE(QFile::exists(mnl));
+  host("string Ventil DN25\n");
+  run(QStringLiteral("(load \"%1\")\r").arg(QString(mnl).replace('\\', '/')));
+  run(settings_->strProgrammKurzname + QStringLiteral("\rlblock\rbsuche\r"));
+  EXPECT_THAT(history().toStdString(), ::testing::HasSubstr("Blockname: Ventil DN25"));
+  EXPECT_FALSE(in_->commandActive());
   noErrors();
 }
 

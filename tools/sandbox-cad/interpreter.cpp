@@ -1131,6 +1131,47 @@ void Interpreter::requestSelection(const QString& setName, Reply reply) {
   postPump();
 }
 
+std::optional<QString> Interpreter::getString(bool blanks, const QString& prompt) {
+  if (!active_.done()) return std::nullopt;  // only at the command prompt
+  auto answer = std::make_shared<std::optional<QString>>();
+  auto r = std::make_shared<ReplyOnce>();
+  r->reply = [answer](const QStringList& v) {
+    if (!v.isEmpty()) *answer = v[0];
+  };
+  Ask a;
+  a.prompt = prompt;
+  while (a.prompt.startsWith(QLatin1Char('\n'))) a.prompt.remove(0, 1);
+  a.text = blanks;
+  startJob([this, a, r] { return textJob(*this, a, r); });
+  waitForUser();
+  return *answer;
+}
+
+bool Interpreter::waitForUser() {
+  const bool was = pausing_;
+  pausing_ = true;
+  pauseMark_ = accepted_;
+  while (!quitting_ && !lispAborted_ && !active_.done()) {
+    if (waiting_) {
+      if (auto in = take(waitingAsk_)) {
+        resumeWith(std::move(*in));
+        continue;
+      }
+    }
+    if (userMode_ == UserMode::Immediate) {
+      abortActive();
+      break;
+    }
+    settle();
+    QEventLoop loop;
+    connect(this, &Interpreter::inputArrived, &loop, &QEventLoop::quit);
+    connect(this, &Interpreter::quitRequested, &loop, &QEventLoop::quit);
+    loop.exec();
+  }
+  pausing_ = was;
+  return !lispAborted_ && !quitting_;
+}
+
 void Interpreter::requestQuit() {
   quitting_ = true;
   emit quitRequested();

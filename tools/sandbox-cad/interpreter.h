@@ -243,6 +243,10 @@ class Interpreter : public QObject, private lisp::Environment {
   bool startapp(const QString& program, const QString& argument) override;
   QString findFile(const QString& name) override;
   QString errorText(const QString& message) override;
+  std::optional<QString> getString(bool blanks, const QString& prompt) override;
+  // Serves the user until the running command or job has ended (a Lisp
+  // pause, a getstring); false when he broke off or the sandbox quits.
+  bool waitForUser();
 
   std::optional<Input> take(const Ask& a);
   std::optional<Input> takeToken(QString& buffer, const Ask& a, bool endTerminates);

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QStringDecoder>
 #include <cmath>
+#include <optional>
 
 #include "sandboxprotocol.h"
 
@@ -400,6 +401,19 @@ Value Interpreter::call(const QString& name, const std::vector<Value>& a, int de
     return arg(a, 0).kind == Value::List && a[0].items.size() > 1 ? a[0].items[1] : Value::nil();
   if (name == QLatin1String("NOT") || name == QLatin1String("NULL"))
     return truthy(arg(a, 0)) ? Value::nil() : Value::t();
+  if (name == QLatin1String("/=")) {
+    for (size_t i = 1; i < a.size(); ++i)
+      if (equalValues(a[0], a[i])) return Value::nil();
+    return Value::t();
+  }
+  if (name == QLatin1String("GETSTRING")) {
+    // (getstring [cr] [prompt]): with cr not nil the answer may hold blanks.
+    const bool blanks = a.size() > 1 && !a[0].isNil();
+    const QString prompt = a.empty() ? QString() : textArg(a, a.size() > 1 ? 1 : 0, "getstring");
+    const std::optional<QString> got = env_.getString(blanks, prompt);
+    if (!got) fail(QStringLiteral("Funktion abgebrochen"));
+    return Value::str(*got);
+  }
   if (name == QLatin1String("=") || name == QLatin1String("EQUAL") || name == QLatin1String("EQ")) {
     for (size_t i = 1; i < a.size(); ++i)
       if (!equalValues(a[0], a[i])) return Value::nil();

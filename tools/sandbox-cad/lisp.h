@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace sandbox::lisp {
@@ -74,6 +75,11 @@ class Environment {
   virtual bool startapp(const QString& program, const QString& argument) = 0;
   // The file that (load) means, "" when there is none.
   virtual QString findFile(const QString& name) = 0;
+  // (getstring): a text the user types at the command line; nothing when he
+  // broke off.
+  virtual std::optional<QString> getString(bool /*blanks*/, const QString& /*prompt*/) {
+    return std::nullopt;
+  }
   // An error of the Lisp as the command line shows it.
   virtual QString errorText(const QString& message) { return QStringLiteral("; Fehler: ") + message; }
 };
