@@ -1,7 +1,10 @@
 #include <QCoreApplication>
 #include <QDir>
+#include <QDateTime>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QFile>
+#include <QProcess>
 #include <QTimer>
 #include <future>
 
@@ -75,6 +78,8 @@ TEST_F(ProgrammTest, FirstStartMakesTheFirstLibrary) {
   EXPECT_EQ(programm_->browser()->strAktuellerOrdnerName(), "Standard-Ordner");
   EXPECT_EQ(programm_->cad()->typAcadVersionInfo.strACadVersion, "AutoCAD 2014");
   EXPECT_TRUE(programm_->fenster()->isVisible());
+  EXPECT_EQ(programm_->fenster()->focusWidget(), programm_->fenster()->bilder())
+      << "the keys go to the pictures first, not to the library box";
 }
 
 TEST_F(ProgrammTest, CancelledFirstStartEndsTheProgram) {
@@ -129,6 +134,67 @@ TEST_F(ProgrammTest, CommandLine) {
   EXPECT_EQ(Kommandozeile::lesen({"/d \"/x y/Lib\""}).sDbPathUe, "/x y/Lib");
   EXPECT_TRUE(Kommandozeile::lesen({"LBlock"}).lblock);
   EXPECT_EQ(Kommandozeile::lesen({"--host", "sandbox", "--screenshot", "/tmp/a.png"}).screenshot, "/tmp/a.png");
+}
+
+TEST(Aufruf, HelpVersionAndUnknownOptions) {
+  using A = Aufruf::Art;
+  EXPECT_EQ(Aufruf::pruefen({}).art, A::Starten);
+  EXPECT_EQ(Aufruf::pruefen({"/D", "/x/dbKolvane.mdb", "LBlock", "--host", "sandbox"}).art, A::Starten);
+  EXPECT_EQ(Aufruf::pruefen({"-platform", "offscreen", "--screenshot", "/tmp/a.png"}).art, A::Starten)
+      << "the toolkit's own options pass";
+  EXPECT_EQ(Aufruf::pruefen({"--host", "--help"}).art, A::Starten) << "a value, not an option";
+  EXPECT_EQ(Aufruf::pruefen({"/d", "x", "--help"}).art, A::Hilfe);
+  EXPECT_EQ(Aufruf::pruefen({"-v"}).art, A::Version);
+  const Aufruf falsch = Aufruf::pruefen({"lblock", "--hots", "sandbox"});
+  EXPECT_EQ(falsch.art, A::Fehler);
+  EXPECT_EQ(falsch.option, "--hots");
+  EXPECT_EQ(Aufruf::pruefen({"--host"}).art, A::Fehler) << "the value is missing";
+}
+
+// The built program with --help, --version or a wrong option: it prints and
+// ends without a window, a host or a settings file.
+TEST_F(ProgrammTest, HelpAndVersionEndBeforeAnythingStarts) {
+  const QString exe = QStringLiteral(KOLVANE_EXE);
+  const QString ini = QFileInfo(exe).dir().filePath("Kolvane9.0.ini");
+  const bool iniVorher = QFile::exists(ini);
+  const QDateTime iniZeit = QFileInfo(ini).lastModified();
+  QDir().mkpath(path("home"));
+  QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
+  umgebung.insert("HOME", path("home"));
+  umgebung.insert("XDG_CONFIG_HOME", path("home/.config"));
+  umgebung.insert("TMPDIR", path("home/tmp"));
+  umgebung.insert("QT_QPA_PLATFORM", "offscreen");
+  struct Lauf {
+    int code;
+    QString aus, fehler;
+  };
+  auto laufen = [&](const QStringList& args) {
+    QProcess p;
+    p.setProcessEnvironment(umgebung);
+    p.setWorkingDirectory(path("home"));
+    p.start(exe, args);
+    EXPECT_TRUE(p.waitForFinished(20000)) << args.join(' ').toStdString();
+    if (p.state() != QProcess::NotRunning) p.kill();
+    return Lauf{p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, QString::fromLocal8Bit(p.readAllStandardOutput()),
+                QString::fromLocal8Bit(p.readAllStandardError())};
+  };
+  const Lauf hilfe = laufen({"--help"});
+  EXPECT_EQ(hilfe.code, 0);
+  EXPECT_TRUE(hilfe.aus.startsWith("usage: kolvane")) << hilfe.aus.toStdString();
+  EXPECT_TRUE(hilfe.aus.contains("--version"));
+  const Lauf version = laufen({"--version"});
+  EXPECT_EQ(version.code, 0);
+  EXPECT_EQ(version.aus, "kolvane " + programmVersion() + "\n");
+  EXPECT_EQ(programmVersion(), "9.0");
+  const Lauf falsch = laufen({"--hots", "sandbox"});
+  EXPECT_EQ(falsch.code, 2);
+  EXPECT_TRUE(falsch.aus.isEmpty());
+  EXPECT_TRUE(falsch.fehler.contains("--hots"));
+  EXPECT_TRUE(falsch.fehler.contains("usage: kolvane"));
+  // Nothing was written: no settings, no per-user store, no temp root.
+  EXPECT_EQ(QDir(path("home")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
+  EXPECT_EQ(QFile::exists(ini), iniVorher);
+  if (iniVorher) EXPECT_EQ(QFileInfo(ini).lastModified(), iniZeit);
 }
 
 TEST_F(ProgrammTest, LibraryGivenOnTheCommandLineIsOpened) {

@@ -72,7 +72,11 @@ class EinfuegenE2E : public EinfuegenTest {
   void starten(const QString& picks, const QStringList& mehr = {}) {
     const QString socket = path("cad.sock");
     writeFile(path("picks.txt"), picks.toUtf8());
-    ASSERT_TRUE(cad_.start(socket, path("picks.txt"), mehr, kBound)) << cad_.output().toStdString();
+    // The host's language for the whole run (CTest runs these tests on a
+    // German and on an English host); a test's own options come after.
+    const QStringList sprache{"--language", englisch() ? "en" : "de"};
+    ASSERT_TRUE(cad_.start(socket, path("picks.txt"), sprache + mehr, kBound))
+        << cad_.output().toStdString();
     remoteDesktop_ = connectSandboxDesktop(socket);
     ASSERT_TRUE(remoteDesktop_);
     remoteDesktop_->setCallTimeout(kBound);
@@ -168,6 +172,11 @@ class EinfuegenE2E : public EinfuegenTest {
   // Where the reference of a block placed by point A or B at `pick` stands:
   // the drawing's base lies A before the pick, B - A before it for point B.
   QString zeichnung0() const { return zeichnung(code_, 0); }
+  static bool englisch() { return qgetenv("KOLVANE_HOST_LANGUAGE") == "en"; }
+  // A text of the host in its language.
+  static QString host(const char* de, const char* en) {
+    return QString::fromUtf8(englisch() ? en : de);
+  }
   sandbox::Point beiA(double x, double y) const { return {x - a_.x, y - a_.y, 0 - a_.z}; }
   sandbox::Point beiB(double x, double y) const {
     return {x - (b_.x - a_.x), y - (b_.y - a_.y), 0 - (b_.z - a_.z)};
@@ -378,7 +387,7 @@ TEST_F(EinfuegenE2E, AModalAtteditRefusesTheNextSendAndTheProgramSaysWhy) {
   ASSERT_TRUE(SendCommand(*bridge_, "._attedit (entlast) "));
   EXPECT_EQ(remoteHost_->getVariable("CMDACTIVE").toInt() & 8, 8);
   EXPECT_FALSE(SendCommand(*bridge_, "._explode (entlast) \r", &fehler));
-  EXPECT_THAT(fehler.toStdString(), HasSubstr("beschäftigt"));
+  EXPECT_THAT(fehler.toStdString(), HasSubstr(host("beschäftigt", "busy").toStdString()));
   // The insert's follow-ups meet the same host: the user is told why.
   EinfuegeWerte w;
   EinfuegeOptionen o;
@@ -386,7 +395,7 @@ TEST_F(EinfuegenE2E, AModalAtteditRefusesTheNextSendAndTheProgramSaysWhy) {
   Einfuegeserie serie(*bridge_, o, 0, settings_->programDir());
   EXPECT_FALSE(serie.folgebefehleSenden(w));
   EXPECT_TRUE(std::any_of(prompt_->asked.begin(), prompt_->asked.end(),
-                          [](const QString& a) { return a.contains("beschäftigt"); }))
+                          [](const QString& a) { return a.contains(host("beschäftigt", "busy")); }))
       << prompt_->asked.join("\n").toStdString();
   // Closed, the host takes strings again.
   EXPECT_TRUE(frei());
@@ -404,8 +413,10 @@ TEST_F(EinfuegenE2E, AnErrorLineOfTheHostFailsTheTestThatDidNotExpectIt) {
   cad_.expectError("FROBNICATE");
   // A word where a point is asked is refused, and the question comes again.
   ASSERT_TRUE(SendCommand(*bridge_, "._line 0,0 hier\r\r"));
-  EXPECT_NONFATAL_FAILURE(cad->checkErrorLines(), "Punkt oder Option-Schlüsselwort erforderlich.");
-  cad_.expectError("Punkt oder Option-Schlüsselwort erforderlich.");
+  static QString punkt;
+  punkt = host("Punkt oder Option-Schlüsselwort erforderlich.", "Point or option keyword required.");
+  EXPECT_NONFATAL_FAILURE(cad->checkErrorLines(), punkt.toStdString());
+  cad_.expectError(punkt);
   EXPECT_EQ(remoteHost_->getVariable("CMDACTIVE").toInt(), 0);
 }
 

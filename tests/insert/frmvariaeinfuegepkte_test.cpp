@@ -1,6 +1,7 @@
 // The board of points as a window, and the insert's place in the main window.
 #include <QApplication>
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -48,6 +49,16 @@ TEST(FrmVariaEinfuegepkte, ShowsThePointsAndFramesTheChoice) {
   EXPECT_EQ(b.NummerEinfuegepkt(), 0);
 }
 
+// Shows the board as the modal run does and waits until it has the keyboard.
+bool aktiv(QWidget& w) {
+  w.show();
+  w.activateWindow();
+  QElapsedTimer t;
+  t.start();
+  while (!w.isActiveWindow() && t.elapsed() < 3000) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  return w.isActiveWindow();
+}
+
 // A key as typed: press and release to the widget with the focus.
 void taste(Qt::Key k) {
   QWidget* w = QApplication::focusWidget();
@@ -63,9 +74,7 @@ TEST(FrmVariaEinfuegepkte, ArrowsMoveTheFrameOverThePointsReturnTakesItEscapeCan
   b.Form_Load(0, 2, "/l/000/x.slb", "/p/frei2.sld");
   {
     FrmVariaEinfuegepkte f(b);
-    f.show();
-    f.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    ASSERT_TRUE(aktiv(f));
     taste(Qt::Key_Right);
     EXPECT_EQ(b.gewaehlt(), 1);
     EXPECT_TRUE(f.markierungsumrandung()->geometry().contains(f.slide(1)->geometry()));
@@ -82,9 +91,7 @@ TEST(FrmVariaEinfuegepkte, ArrowsMoveTheFrameOverThePointsReturnTakesItEscapeCan
   b.Form_Load(1, 5, "/l/000/x1.slb", "/p/frei2.sld");
   {
     FrmVariaEinfuegepkte f(b);
-    f.show();
-    f.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    ASSERT_TRUE(aktiv(f));
     EXPECT_TRUE(f.slide(4)->isVisible());
     EXPECT_FALSE(f.slide(5)->isVisible());
     taste(Qt::Key_Down);
