@@ -194,7 +194,9 @@ TEST_F(ProgrammTest, HelpAndVersionEndBeforeAnythingStarts) {
   // Nothing was written: no settings, no per-user store, no temp root.
   EXPECT_EQ(QDir(path("home")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
   EXPECT_EQ(QFile::exists(ini), iniVorher);
-  if (iniVorher) EXPECT_EQ(QFileInfo(ini).lastModified(), iniZeit);
+  if (iniVorher) {
+    EXPECT_EQ(QFileInfo(ini).lastModified(), iniZeit);
+  }
 }
 
 TEST_F(ProgrammTest, LibraryGivenOnTheCommandLineIsOpened) {

@@ -197,7 +197,8 @@ TEST_F(EinfuegenE2E, ADoubleClickInsertsTheDemoBlockAtThePickedPoint) {
   demoOeffnen();
   doppelklick(0);
   EXPECT_EQ(bridge_->Unterbrechung, 0);
-  const sandbox::Entity* r = referenz(zeichnungLesen());
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = referenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->blockName, name_);
   EXPECT_EQ(r->p1, (sandbox::Point{120 - a_.x, 80 - a_.y, 0 - a_.z}));
@@ -211,7 +212,8 @@ TEST_F(EinfuegenE2E, WithPointBChosenPointBLiesAtThePick) {
   demoOeffnen();
   doppelklick(1);
   EXPECT_EQ(bridge_->Unterbrechung, 0);
-  const sandbox::Entity* r = referenz(zeichnungLesen());
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = referenz(d);
   ASSERT_TRUE(r);
   // The drawing's base is point A; B - A away from it lies the pick.
   EXPECT_EQ(r->p1, (sandbox::Point{120 - (b_.x - a_.x), 80 - (b_.y - a_.y), 0 - (b_.z - a_.z)}));
@@ -240,7 +242,8 @@ TEST_F(EinfuegenE2E, WithTheLayer0OptionOnItLandsOnLayer0) {
   // brings it to "0".
   ASSERT_TRUE(SendCommand(*bridge_, "-layer m Rahmen \r"));
   doppelklick(0);
-  const sandbox::Entity* r = referenz(zeichnungLesen());
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = referenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->layer, "0");
 }
@@ -357,7 +360,8 @@ TEST_F(EinfuegenE2E, Layer0OnTheLispRouteBringsTheBlockToLayer0) {
   ASSERT_TRUE(settings_->fctWertAllgInIniSpeichern("NewInsertRoutine", "1"));
   ASSERT_TRUE(SendCommand(*bridge_, "-layer m Rahmen \r"));
   doppelklick(0);
-  const sandbox::Entity* r = referenz(zeichnungLesen());
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = referenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->layer, "0");
   EXPECT_EQ(r->p1, beiA(40, 30));

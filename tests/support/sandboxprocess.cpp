@@ -49,6 +49,11 @@ QStringList SandboxProcess::errorLines() {
 }
 
 void SandboxProcess::checkErrorLines() {
+  // A sanitized build of the sandbox reports its own faults on the same stream.
+  const QByteArray all = output();
+  for (const char* fault : {"ERROR: AddressSanitizer", "runtime error:"})
+    if (all.contains(fault))
+      ADD_FAILURE() << "the sandbox reported a fault:\n" << all.toStdString();
   for (const QString& line : errorLines()) {
     bool known = false;
     for (const QString& part : expected_)
