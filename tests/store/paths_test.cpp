@@ -73,6 +73,11 @@ TEST_F(PathsTest, FilesAreFoundWithoutRegardToCase) {
   EXPECT_EQ(fctSlideAdresse(fctSlideLibPfad(path("lib"), "000\\0000021.slb"), "0A"),
             path("lib/000/0000021.slb") + "(0A)");
   EXPECT_EQ(fctBlockDwgPfad(path("lib"), "000", "0000021", 0), path("lib/000/Block/00000210.DWG"));
+  // View 0's slide library is the code and ".slb", without a view digit; the
+  // others carry theirs.
+  EXPECT_EQ(fctSlidePfad(path("lib"), "000", "0000021", 0, ".slb"), path("lib/000/0000021.slb"));
+  EXPECT_EQ(fctSlidePfad(path("lib"), "000", "0000021", 2, ".slb"), path("lib/000/00000212.slb"));
+  EXPECT_EQ(fctSlideLibEintrag("000", "0000021", ".slb"), "000\\0000021.slb");
 }
 
 TEST_F(PathsTest, AReadOnlyLibraryDirectoryIsDetected) {

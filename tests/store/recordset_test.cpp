@@ -54,6 +54,26 @@ TEST_F(RecordsetTest, FindFollowsTheLikeRulesOfTheOldCursor) {
   EXPECT_EQ(rs.text("Ordnername"), "Schraube M10");
 }
 
+// After a Delete the deleted row stays current: a Find from there goes on from
+// its place, backward to the row before it, forward to the one after it.
+TEST_F(RecordsetTest, AFindAfterADeleteGoesOnFromTheDeletedRowsPlace) {
+  Recordset rs;
+  ASSERT_TRUE(rs.Open("SELECT * FROM tblOrdner ORDER BY Nr", conn_));
+  // Rows: the standard folder, Zange, Äxte, schraube_M8, Schraube M10, Mutter 50%, Öse.
+  ASSERT_TRUE(rs.Find("Ordnername LIKE 'Schraube M10'"));
+  ASSERT_TRUE(rs.Delete());
+  ASSERT_TRUE(rs.Find("Ordnername LIKE '%e%'", 0, Recordset::Direction::Backward));
+  EXPECT_EQ(rs.text("Ordnername"), "schraube_M8");
+  ASSERT_TRUE(rs.Find("Ordnername LIKE 'schraube_M8'"));
+  ASSERT_TRUE(rs.Delete());
+  ASSERT_TRUE(rs.Find("Ordnername LIKE '%e%'"));
+  EXPECT_EQ(rs.text("Ordnername"), "Mutter 50%");
+  // Deleted rows are found no more, either way.
+  rs.MoveLast();
+  EXPECT_FALSE(rs.Find("Ordnername LIKE 'schraube%'", 0, Recordset::Direction::Backward));
+  EXPECT_TRUE(rs.isBOF());
+}
+
 TEST_F(RecordsetTest, FindOnEmptyOrClosedSetIsFalseWithoutError) {
   Recordset rs;
   EXPECT_FALSE(rs.Find("Block LIKE 'x'"));
