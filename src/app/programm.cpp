@@ -88,6 +88,66 @@ Kommandozeile Kommandozeile::lesen(const QStringList& args) {
   return k;
 }
 
+QString programmVersion() { return QStringLiteral(KOLVANE_VERSION); }
+
+Aufruf Aufruf::pruefen(const QStringList& args) {
+  // Options of the toolkit itself, which QApplication takes away; those with a
+  // value take the next word too.
+  static const QStringList mitWert = {"-platform", "-platformpluginpath", "-platformtheme", "-plugin",
+                                      "-qwindowgeometry", "-qwindowicon", "-qwindowtitle", "-style",
+                                      "-stylesheet", "-session", "-display", "-geometry", "-title", "-name"};
+  static const QStringList ohneWert = {"-reverse", "-widgetcount", "-nograb", "-dograb", "-sync"};
+  Aufruf a;
+  for (int i = 0; i < args.size(); ++i) {
+    const QString w = args[i];
+    if (w == QLatin1String("--help") || w == QLatin1String("-h") || w == QLatin1String("/?")) {
+      a.art = Art::Hilfe;
+      return a;
+    }
+    if (w == QLatin1String("--version") || w == QLatin1String("-v")) {
+      a.art = Art::Version;
+      return a;
+    }
+    if (w == QLatin1String("--host") || w == QLatin1String("--screenshot") || mitWert.contains(w) ||
+        w.compare(QLatin1String("/d"), Qt::CaseInsensitive) == 0) {
+      if (i + 1 >= args.size()) {
+        a.art = Art::Fehler;
+        a.option = w;
+        return a;
+      }
+      ++i;
+      continue;
+    }
+    if (ohneWert.contains(w) || w.startsWith(QLatin1String("-style=")) ||
+        w.startsWith(QLatin1String("-stylesheet=")) || w.startsWith(QLatin1String("-qmljsdebugger=")))
+      continue;
+    // Other words (a "/d \"path\"" in one, "lblock") are the Windows edition's and
+    // are read by the program; an unknown option is a mistake.
+    if (w.startsWith(QLatin1Char('-')) && w.size() > 1) {
+      a.art = Art::Fehler;
+      a.option = w;
+      return a;
+    }
+  }
+  return a;
+}
+
+QString aufrufHilfe() {
+  return QStringLiteral(
+      "usage: kolvane [OPTION]...\n"
+      "Block library for CAD: shows the blocks of the current library and inserts them\n"
+      "into the drawing open in the CAD host.\n"
+      "\n"
+      "  --host NAME          the CAD host: sandbox (default), x11, com\n"
+      "  /d LIBRARY           switch to this library (its dbKolvane.mdb or directory)\n"
+      "  lblock               insert the last block again (through the running program)\n"
+      "  --screenshot FILE    save a picture of the main window to FILE and end\n"
+      "  --start, --start2 FOLDER PAGE, --start3 NAME, --change-db LIBRARY, --lblock\n"
+      "                       steer the running program and end\n"
+      "  -h, --help           show this help and end\n"
+      "  -v, --version        show the version and end\n");
+}
+
 HostAnbindung hostAnbinden(const QString& hostArt) {
   HostAnbindung a;
   const QString art = hostArt.isEmpty() ? QStringLiteral("sandbox") : hostArt.toLower();
@@ -338,6 +398,7 @@ bool Programm::Form_Load() {
   bv_->Anzeigen();
   frm_->show();
   frm_->raise();
+  frm_->bilderFokussieren();
   startfenster.close();
   cad_->hWndHauptfenster = frm_->winId();
   emit geladen();

@@ -30,6 +30,17 @@ struct Kommandozeile {
   static Kommandozeile lesen(const QStringList& args);
 };
 
+// What a start asks for before anything runs: the program, or only a text.
+// Help and version end at once; an unknown option is an error.
+struct Aufruf {
+  enum class Art { Starten, Hilfe, Version, Fehler };
+  Art art = Art::Starten;
+  QString option;  // the option that was not understood (Fehler)
+  static Aufruf pruefen(const QStringList& args);
+};
+QString aufrufHilfe();      // the usage text
+QString programmVersion();  // the version the program was built as, e.g. "9.0"
+
 // How the program reaches its CAD host: the window side, and the automation
 // object when the host has one. Tests put fakes here.
 struct HostAnbindung {

@@ -12,6 +12,8 @@
 #include "prompt.h"
 #include "recordhelpers.h"
 #include "settings.h"
+#include "slideaddress.h"
+#include "slidecache.h"
 #include "slidecolors.h"
 
 namespace kolvane {
@@ -79,6 +81,20 @@ QColor Blockverwaltung::slideHintergrund() const {
   bool ok = false;
   const long v = settings_.allg(QStringLiteral("sBkColor")).toLong(&ok);
   return ok ? colorFromBgr(v) : QColor();
+}
+
+QString Blockverwaltung::slideFehler(const QString& adresse) const {
+  if (adresse.isEmpty()) return {};
+  // The shared cache the thumbnails draw from: a slide read for the page is
+  // not read again, and a damaged one is remembered as such.
+  if (SlideCache::instance().slide(adresse)) return {};
+  const QString datei = findFileIgnoringCase(parseSlideAddress(adresse).file);
+  const QString grund = labels().fctBeschriftFrmZuordnen(
+      datei.isEmpty() ? QStringLiteral("frmBlockverwaltung.DiaFehlt") : QStringLiteral("frmBlockverwaltung.DiaDefekt"));
+  // The file's name (and the slide's in a library) is enough to find it.
+  QString name = adresse;
+  name.replace(QLatin1Char('\\'), QLatin1Char('/'));
+  return grund + QStringLiteral(": ") + name.section(QLatin1Char('/'), -1);
 }
 
 QString Blockverwaltung::slideAdresse(const QString& slideLib, const QString& slideName) const {
@@ -188,6 +204,7 @@ void Blockverwaltung::ArrayTBloeckeNeuEinlesenBeiOrdnerwechsel(const QString& or
   lisBlockBenennung.clear();
   slotSlides_.assign(size_t(intBilder), frei2());
   slotMarked_.assign(size_t(intBilder), false);
+  slideFehlerDerSeite_.clear();
   for (int32_t i = s1 * intBilder; i <= letzter; ++i) BlocknummernEinlesen(i);
 }
 
@@ -198,6 +215,7 @@ void Blockverwaltung::subSeitenwechselSequenz() {
   lisBlockBenennung.clear();
   slotSlides_.assign(size_t(intBilder), frei2());
   slotMarked_.assign(size_t(intBilder), false);
+  slideFehlerDerSeite_.clear();
   for (int32_t i = 0; i < aryPrefix.size(); ++i) BlocknummernEinlesen(i);
   Anzeigen();
 }
@@ -678,6 +696,15 @@ void Blockverwaltung::Anzeigen() {
     sm.slidePath = size_t(i) < slotSlides_.size() ? slotSlides_[size_t(i)] : frei2();
     sm.markVisible = markierenAn;
     sm.marked = size_t(i) < slotMarked_.size() && slotMarked_[size_t(i)];
+    // Only a block's slide can be damaged; nothing is deleted for it.
+    // Looked at once per page walk, not at every key.
+    if (sm.occupied) {
+      auto f = slideFehlerDerSeite_.constFind(sm.slidePath);
+      if (f == slideFehlerDerSeite_.constEnd()) f = slideFehlerDerSeite_.insert(sm.slidePath, slideFehler(sm.slidePath));
+      sm.slideFehler = f.value();
+    } else {
+      sm.slideFehler.clear();
+    }
   }
   const bool frei = size_t(aktiv) >= aryTBloecke.size() || aryTBloecke[size_t(aktiv)].Benennung == kFrei;
   // 6.
@@ -746,6 +773,7 @@ void Blockverwaltung::Anzeigen() {
     if (rs.text(QStringLiteral("Block")).isEmpty()) anzahl = QStringLiteral("0");
   }
   m.statusText = labels().fctBeschriftFrmZuordnen(QStringLiteral("frmBlockverwaltung.StatusBar1")) + " " + anzahl;
+  m.statusFehler = pos < m.bilder.size() ? m.bilder[pos].slideFehler : QString();
   if (!slideBackGelesen_) {
     slideBack_ = slideHintergrund();
     slideBackGelesen_ = true;
@@ -763,7 +791,9 @@ void Blockverwaltung::lisBlockBenennungAktualisieren(const QString& name) {
   Recordset& rs = lib_.rsBlockInfo0;
   const bool zeile = fctRsFind(rs, QStringLiteral("Block"), aktivierteBlocknummer);
   if (size_t(pos) < slotSlides_.size()) {
+    slideFehlerDerSeite_.remove(slotSlides_[size_t(pos)]);  // the slide may be new
     slotSlides_[size_t(pos)] = zeile ? slideAdresse(rs.text(QStringLiteral("SlideLib"))) : frei2();
+    slideFehlerDerSeite_.remove(slotSlides_[size_t(pos)]);
     if (!zeile) slotMarked_[size_t(pos)] = false;
   }
   Anzeigen();

@@ -1,5 +1,6 @@
 #pragma once
 #include <QColor>
+#include <QHash>
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -170,6 +171,9 @@ class Blockverwaltung {
   // The back colour of the slides from the settings (sBkColor).
   QColor slideHintergrund() const;
   QString slideAdresse(const QString& slideLib, const QString& slideName = QStringLiteral("0A")) const;
+  // Why the slide at an address can't be shown (missing, or damaged and
+  // unreadable), with the address; "" when it can.
+  QString slideFehler(const QString& adresse) const;
 
  private:
   bool istVorDerSeite(int32_t i) const;
@@ -184,6 +188,7 @@ class Blockverwaltung {
   PageModel model_;
   std::vector<QString> slotSlides_;   // per picture of the page
   std::vector<bool> slotMarked_;
+  QHash<QString, QString> slideFehlerDerSeite_;  // slideFehler by address, for the page shown
   bool bytBlocknummernEingelesen_ = false;
   mutable QString frei2_;
   QColor slideBack_;

@@ -20,6 +20,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QToolBar>
@@ -60,6 +61,28 @@ QColor rahmenFarbe(FrameColor c, const QPalette& p) {
   }
   return p.color(QPalette::Button);
 }
+
+// Lies over a thumbnail whose slide can't be shown: a crossed frame, so a
+// damaged slide never looks like an empty drawing. The mouse goes through to
+// the slide below.
+class DefektMarke : public QWidget {
+ public:
+  explicit DefektMarke(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(QColor(220, 40, 40), 2));
+    const QRectF r = QRectF(rect()).adjusted(1, 1, -1, -1);
+    p.drawRect(r);
+    p.drawLine(r.topLeft(), r.bottomRight());
+    p.drawLine(r.topRight(), r.bottomLeft());
+  }
+};
 
 }  // namespace
 
@@ -192,6 +215,7 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
     b->setObjectName(QStringLiteral("Command1_%1").arg(i));
     b->setMaximumWidth(40);
     b->setFocusPolicy(Qt::NoFocus);
+    b->setToolTip(labels().tooltip(QStringLiteral("frmBlockverwaltung.Command1(%1)").arg(i)));
     connect(b, &QPushButton::clicked, this, [this, i] { logic_.Command1_Click(i); });
     nav->addWidget(b);
   }
@@ -219,9 +243,14 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   bottom->addWidget(fraOptionen, 1);
   auto* cmds = new QGridLayout;
   int n = 0;
+  QList<QWidget*> befehlsKnoepfe;
   for (const char* c : {"cmbEinfuegen", "combutNeu", "combutLoeschen", "combutAnsicht", "combutBild",
                         "combutAbbrechen"}) {
-    cmds->addWidget(addButton(QString::fromLatin1(c)), n % 3, n / 3);
+    QPushButton* b = addButton(QString::fromLatin1(c));
+    // Reached with Tab; a click leaves the focus where it was (on the grid).
+    b->setFocusPolicy(Qt::TabFocus);
+    cmds->addWidget(b, n % 3, n / 3);
+    befehlsKnoepfe << b;
     ++n;
   }
   bottom->addLayout(cmds);
@@ -229,7 +258,14 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   setCentralWidget(central);
 
   status_ = new QLabel;
-  statusBar()->addWidget(status_, 1);
+  status_->setObjectName(QStringLiteral("StatusBar1"));
+  statusBar()->addWidget(status_);
+  statusFehler_ = new QLabel;
+  statusFehler_->setObjectName(QStringLiteral("StatusBar1Dia"));
+  QPalette rot = statusFehler_->palette();
+  rot.setColor(QPalette::WindowText, QColor(200, 0, 0));
+  statusFehler_->setPalette(rot);
+  statusBar()->addWidget(statusFehler_, 1);
 
   // --- events to the logic ---
   connect(comboxOrdner_, &QComboBox::activated, this, [this](int i) {
@@ -263,7 +299,17 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
 
   bilderSteuerelementeLaden(72);
   resize(1024, 720);
+
+  // Tab goes grid, names, library, folder, page, options, commands; the
+  // grid has the focus from the start, so the arrow keys move over pictures.
+  QList<QWidget*> kette = {gridArea_, lisBlockBenennung_, comboxVerzeichnis_, comboxOrdner_, cboSeite_};
+  for (const OptionFeld& o : kOptionen) kette << options_.value(QString::fromLatin1(o.box));
+  kette << befehlsKnoepfe;
+  for (int i = 1; i < kette.size(); ++i) QWidget::setTabOrder(kette[i - 1], kette[i]);
+  gridArea_->setFocus();
 }
+
+void FrmBlockverwaltung::bilderFokussieren() { gridArea_->setFocus(Qt::OtherFocusReason); }
 
 QAction* FrmBlockverwaltung::addAction(QMenu* menu, const QString& name, bool toolbar) {
   QAction* a = menu->addAction(caption(name));
@@ -318,7 +364,10 @@ void FrmBlockverwaltung::bilderSteuerelementeLaden(int anzahl) {
     s->setObjectName(QStringLiteral("sldBlockverwaltung_%1").arg(i));
     auto* c = new QCheckBox(f);
     c->setObjectName(QStringLiteral("chkMarkieren_%1").arg(i));
+    c->setFocusPolicy(Qt::NoFocus);  // marked with the mouse; Tab stays out of the grid
     c->hide();
+    auto* marke = new DefektMarke(f);
+    marke->setObjectName(QStringLiteral("defekt_%1").arg(i));
     connect(s, &SlideView::leftButtonDown, this, [this](int index) {
       gridArea_->setFocus();
       logic_.sldBlockverwaltung_LButtonDown(index, QCursor::pos());
@@ -336,6 +385,7 @@ void FrmBlockverwaltung::bilderSteuerelementeLaden(int anzahl) {
     frames_ << f;
     slides_ << s;
     checks_ << c;
+    marken_ << marke;
   }
 }
 
@@ -349,7 +399,10 @@ void FrmBlockverwaltung::FormularAufGroesseAngleichen() {
     if (!sichtbar) continue;
     frames_[i]->setGeometry((i % cols) * w, (i / cols) * h, w, h);
     slides_[i]->setGeometry(3, 3, qMax(1, w - 6), qMax(1, h - 6));
+    marken_[i]->setGeometry(slides_[i]->geometry());
+    marken_[i]->raise();
     checks_[i]->move(5, 5);
+    checks_[i]->raise();
   }
 }
 
@@ -377,6 +430,8 @@ void FrmBlockverwaltung::zeigen(const PageModel& m) {
     if (slides_[i]->path() != s.slidePath) slides_[i]->setPath(s.slidePath);
     checks_[i]->setVisible(s.markVisible);
     checks_[i]->setChecked(s.marked);
+    marken_[i]->setVisible(!s.slideFehler.isEmpty());
+    slides_[i]->setToolTip(s.slideFehler);
   }
   FormularAufGroesseAngleichen();
   // The list.
@@ -427,6 +482,7 @@ void FrmBlockverwaltung::zeigen(const PageModel& m) {
   for (auto it = buttons_.begin(); it != buttons_.end(); ++it)
     it.value()->setEnabled(m.enabled.value(it.key(), true) && implementiert_.value(it.key(), false));
   status_->setText(m.statusText);
+  statusFehler_->setText(m.statusFehler);
   fuellt_ = false;
 }
 
@@ -456,6 +512,9 @@ void FrmBlockverwaltung::resizeEvent(QResizeEvent* e) {
 bool FrmBlockverwaltung::eventFilter(QObject* o, QEvent* e) {
   // The grid follows its area, whatever moved it (window, layout, list).
   if (o == gridArea_ && e->type() == QEvent::Resize) FormularAufGroesseAngleichen();
+  // The grid's keys are the grid's alone: the same keys in a box or a list
+  // do what that control does, and never reach the grid.
+  if (o == gridArea_ && e->type() == QEvent::KeyPress && bilderTaste(static_cast<QKeyEvent*>(e))) return true;
   // The page's name dialog: a click on the number, a double click on the page box.
   if ((o == labSeitenNummer_ && e->type() == QEvent::MouseButtonPress) ||
       (o == cboSeite_->lineEdit() && e->type() == QEvent::MouseButtonDblClick)) {
@@ -465,24 +524,27 @@ bool FrmBlockverwaltung::eventFilter(QObject* o, QEvent* e) {
   return QMainWindow::eventFilter(o, e);
 }
 
-void FrmBlockverwaltung::keyPressEvent(QKeyEvent* e) {
+bool FrmBlockverwaltung::bilderTaste(QKeyEvent* e) {
+  if (e->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
   const int cols = qMax(1, model_.columns);
   switch (e->key()) {
-    case Qt::Key_Right: logic_.Command1_Click(0); return;
-    case Qt::Key_Left: logic_.Command1_Click(1); return;
+    case Qt::Key_Right: logic_.Command1_Click(0); return true;
+    case Qt::Key_Left: logic_.Command1_Click(1); return true;
     case Qt::Key_Up:
       if (logic_.pos - cols >= 0) logic_.lisBlockBenennung_Click(logic_.pos - cols);
-      return;
+      return true;
     case Qt::Key_Down:
       if (logic_.pos + cols < logic_.intBilder) logic_.lisBlockBenennung_Click(logic_.pos + cols);
-      return;
-    case Qt::Key_PageDown: logic_.combutVor_Click(); return;
-    case Qt::Key_PageUp: logic_.combutZurueck_Click(); return;
+      return true;
+    case Qt::Key_Home: logic_.Command1_Click(3); return true;
+    case Qt::Key_End: logic_.Command1_Click(2); return true;
+    case Qt::Key_PageDown: befehlAusloesen(QStringLiteral("combutVor")); return true;
+    case Qt::Key_PageUp: befehlAusloesen(QStringLiteral("combutZurueck")); return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       if (befehlAktiv(QStringLiteral("cmbEinfuegen"))) befehlAusloesen(QStringLiteral("cmbEinfuegen"));
-      return;
-    default: QMainWindow::keyPressEvent(e);
+      return true;
+    default: return false;
   }
 }
 

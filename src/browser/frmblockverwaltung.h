@@ -12,6 +12,7 @@ class QAction;
 class QCheckBox;
 class QComboBox;
 class QFrame;
+class QKeyEvent;
 class QLabel;
 class QListWidget;
 class QMenu;
@@ -49,6 +50,11 @@ class FrmBlockverwaltung : public QMainWindow {
   QFrame* rahmen(int index) const { return index < frames_.size() ? frames_[index] : nullptr; }
   QListWidget* liste() const { return lisBlockBenennung_; }
   QComboBox* seitenCombo() const { return cboSeite_; }
+  QWidget* bilder() const { return gridArea_; }
+  // The crossed frame over picture i (shown when its slide can't be read).
+  QWidget* defektMarke(int index) const { return index < marken_.size() ? marken_[index] : nullptr; }
+  // Gives the grid the keyboard focus (the start, and after a dialog).
+  void bilderFokussieren();
 
   // Called when a library of the Datei menu was chosen, and when the window
   // is closed (Form_Unload decides: true lets it close).
@@ -60,7 +66,6 @@ class FrmBlockverwaltung : public QMainWindow {
  protected:
   void resizeEvent(QResizeEvent* e) override;
   bool eventFilter(QObject* o, QEvent* e) override;
-  void keyPressEvent(QKeyEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
 
  private:
@@ -68,6 +73,8 @@ class FrmBlockverwaltung : public QMainWindow {
   QPushButton* addButton(const QString& name);
   void bilderSteuerelementeLaden(int anzahl);  // fctBilderSteuerelementeLaden
   void befehlAusloesen(const QString& name);
+  // A key on the grid: pictures, pages, Return inserts. False for other keys.
+  bool bilderTaste(QKeyEvent* e);
   void timer2();
   void dragStarten();
   void dateiMenueFuellen(const PageModel& m);
@@ -78,6 +85,7 @@ class FrmBlockverwaltung : public QMainWindow {
   QVector<QFrame*> frames_;
   QVector<SlideView*> slides_;
   QVector<QCheckBox*> checks_;
+  QVector<QWidget*> marken_;
   QListWidget* lisBlockBenennung_ = nullptr;
   QComboBox* comboxVerzeichnis_ = nullptr;
   QComboBox* comboxOrdner_ = nullptr;
@@ -86,6 +94,7 @@ class FrmBlockverwaltung : public QMainWindow {
   QLabel* labBezeichnung_ = nullptr;
   QLabel* labNameDaten_ = nullptr;
   QLabel* status_ = nullptr;
+  QLabel* statusFehler_ = nullptr;
   QMenu* mnuDatei_ = nullptr;
   QMenu* mnuBearbeiten_ = nullptr;
   QToolBar* toolbar_ = nullptr;

@@ -31,6 +31,8 @@ FrmVollbild::FrmVollbild(Vollbild& logic, QWidget* parent) : QDialog(parent), lo
   cmbZurueck_->setObjectName(QStringLiteral("cmbZurueck"));
   auto* ok = new QPushButton(caption("combutOk"));
   ok->setObjectName(QStringLiteral("combutOk"));
+  cmbVor_->setToolTip(labels().tooltip(QStringLiteral("frmVollbild.cmbVor")));
+  cmbZurueck_->setToolTip(labels().tooltip(QStringLiteral("frmVollbild.cmbZurueck")));
   buttons->addWidget(cmbVor_);
   buttons->addWidget(cmbZurueck_);
   buttons->addStretch();
@@ -51,6 +53,9 @@ FrmVollbild::FrmVollbild(Vollbild& logic, QWidget* parent) : QDialog(parent), lo
 
 void FrmVollbild::zeigen() {
   sldVollbild_->setPath(logic_.slide());
+  // The title names the block shown, as the steps change it.
+  const QString titel = logic_.titel();
+  setWindowTitle(titel.isEmpty() ? caption("Caption") : caption("Caption") + QStringLiteral(" - ") + titel);
   cmbVor_->setEnabled(logic_.cmbVorAktiv());
   cmbZurueck_->setEnabled(logic_.cmbZurueckAktiv());
 }

@@ -15,6 +15,9 @@ struct SlotModel {
   bool occupied = false;
   bool markVisible = false;
   bool marked = false;
+  // Why the slot's slide can't be shown ("" when it can): the slot shows a
+  // crossed frame, and the status bar says it when the slot is the active one.
+  QString slideFehler;
 };
 
 enum class FrameColor { ButtonFace, Red, Green };
@@ -36,6 +39,7 @@ struct PageModel {
   QString libraryPath;        // comboxVerzeichnis
   QStringList libraryPaths;
   QString statusText;         // status bar: label and block count
+  QString statusFehler;       // status bar: why the active slot's slide can't be shown
   QString txtVerzeichnisBlock;  // drawing path of the active block (drag source)
   QHash<QString, bool> enabled;  // command name -> enabled
   QHash<QString, bool> visible;  // command name -> visible (only those that change)

@@ -1,6 +1,9 @@
 #include "vollbild.h"
 
+#include <QFileInfo>
+
 #include "blockverwaltung.h"
+#include "labels.h"
 #include "layout.h"
 #include "recordhelpers.h"
 
@@ -18,6 +21,10 @@ Vollbild::Vollbild(Blockverwaltung& bv, const QString& slide, int ansicht)
   slide_ = slide.right(3).compare(QLatin1String("sld"), Qt::CaseInsensitive) == 0
                ? slide
                : slide + "(" + QString::number(ansicht) + "A)";
+  QString datei = slide;
+  datei.replace(QLatin1Char('\\'), QLatin1Char('/'));
+  titel_ = QFileInfo(datei).fileName();
+  if (!titel_.endsWith(QLatin1String("sld"), Qt::CaseInsensitive)) titel_ += " (" + QString::number(ansicht) + "A)";
 }
 
 QColor Vollbild::hintergrund() const { return bv_.slideHintergrund(); }
@@ -34,11 +41,20 @@ void Vollbild::cmbZurueck_Click() {
 
 void Vollbild::zeichnen() {
   if (gegeben_) return;
+  titel_.clear();
   Recordset& rs = bv_.bibliothek().rsBlockInfo0;
   if (!fctRsFind(rs, QStringLiteral("Block"), bv_.aktivierteBlocknummer)) {
     slide_ = bv_.frei2();
     return;
   }
+  // The designation as the page lists it (old-format characters repaired).
+  const size_t slot = size_t(bv_.s1 * bv_.intBilder + bv_.pos);
+  QString benennung = slot < bv_.aryTBloecke.size() ? bv_.aryTBloecke[slot].Benennung : QString();
+  if (benennung.isEmpty() || benennung == Blockverwaltung::kFrei) benennung = rs.text(QStringLiteral("M0"));
+  titel_ = benennung.isEmpty() ? bv_.aktivierteBlocknummer : benennung + " (" + bv_.aktivierteBlocknummer + ")";
+  if (ansicht_ > 0)
+    titel_ += " - " + labels().fctBeschriftFrmZuordnen(QStringLiteral("frmVollbild.Ansicht")) + " " +
+              QString::number(ansicht_);
   const QString slideLib = rs.text(QStringLiteral("SlideLib"));
   slide_ = ansicht_ > 0 ? bv_.slideAdresse(slideLib, QString::number(ansicht_) + "A")
                         : bv_.slideAdresse(slideLib, QStringLiteral("0a"));

@@ -16,6 +16,9 @@ class Vollbild {
   Vollbild(Blockverwaltung& bv, const QString& slide, int ansicht);
 
   QString slide() const { return slide_; }
+  // What the window names: the block's designation and code ("Tisch (0000021)"),
+  // with the view above 0; a given slide by its file. "" for a free slot.
+  QString titel() const { return titel_; }
   QColor hintergrund() const;  // the slides' back colour of the page
   bool cmbVorAktiv() const { return vorAktiv_; }
   bool cmbZurueckAktiv() const { return zurueckAktiv_; }
@@ -31,6 +34,7 @@ class Vollbild {
   int ansicht_ = 0;
   bool gegeben_ = false;
   QString slide_;
+  QString titel_;
   bool vorAktiv_ = true;
   bool zurueckAktiv_ = true;
 };

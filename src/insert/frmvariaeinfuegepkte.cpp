@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -69,6 +70,12 @@ FrmVariaEinfuegepkte::FrmVariaEinfuegepkte(VariaEinfuegepkte& logik, QWidget* pa
   knoepfe->addStretch();
   knoepfe->addWidget(cmbEinfuegen_);
   knoepfe->addWidget(cmbAbbrechen_);
+  // The arrow keys move the frame wherever the focus is, so they never move
+  // it from one button to the other; Return confirms through the default
+  // button, Escape cancels.
+  cmbEinfuegen_->installEventFilter(this);
+  cmbAbbrechen_->installEventFilter(this);
+  bilder_->setFocusPolicy(Qt::StrongFocus);
   auto* aussen = new QVBoxLayout(this);
   aussen->addWidget(bilder_, 1);
   aussen->addLayout(knoepfe);
@@ -87,6 +94,20 @@ void FrmVariaEinfuegepkte::reject() {
 
 bool FrmVariaEinfuegepkte::eventFilter(QObject* o, QEvent* e) {
   if (o == bilder_ && e->type() == QEvent::Resize) anordnen();
+  if (e->type() == QEvent::KeyPress && (o == bilder_ || o == cmbEinfuegen_ || o == cmbAbbrechen_)) {
+    int schritt = 0;
+    switch (static_cast<QKeyEvent*>(e)->key()) {
+      case Qt::Key_Left: schritt = -1; break;
+      case Qt::Key_Right: schritt = 1; break;
+      case Qt::Key_Up: schritt = -kSpalten; break;
+      case Qt::Key_Down: schritt = kSpalten; break;
+      default: break;
+    }
+    if (schritt != 0) {
+      if (logik_.rahmenBewegen(schritt)) rahmenSetzen();
+      return true;
+    }
+  }
   return QDialog::eventFilter(o, e);
 }
 
@@ -95,7 +116,8 @@ void FrmVariaEinfuegepkte::anordnen() {
   const int w = bilder_->width() / kSpalten;
   const int h = bilder_->height() / zeilen;
   for (int i = 0; i < slides_.size(); ++i) {
-    const bool sichtbar = i < zeilen * kSpalten;
+    // Only the view's points: a slot without a point stays empty.
+    const bool sichtbar = i < logik_.anzahl();
     slides_[i]->setVisible(sichtbar);
     if (sichtbar)
       slides_[i]->setGeometry((i % kSpalten) * w + kRand, (i / kSpalten) * h + kRand,

@@ -33,6 +33,10 @@ bool VariaEinfuegepkte::sldVariaEinfuegepkte_DblClick(int index) {
   return true;
 }
 
+bool VariaEinfuegepkte::rahmenBewegen(int schritt) {
+  return sldVariaEinfuegepkte_MouseDown(gewaehlt_ + schritt);
+}
+
 void VariaEinfuegepkte::cmbEinfuegen_Click() {
   bestaetigt_ = true;
   geschlossen_ = true;

@@ -27,6 +27,9 @@ class VariaEinfuegepkte {
   bool sldVariaEinfuegepkte_MouseDown(int index);
   // A double click: the same, then the form confirms at once (true when it did).
   bool sldVariaEinfuegepkte_DblClick(int index);
+  // An arrow key: the frame moves by schritt points (1 along a row, the row's
+  // length to the next row), but only onto a point of the view (true).
+  bool rahmenBewegen(int schritt);
   // cmbEinfuegen (cmbMarkieren on the marking board): hands the choice over.
   void cmbEinfuegen_Click();
   void cmbAbbrechen_Click();
