@@ -172,6 +172,16 @@ class EinfuegenE2E : public EinfuegenTest {
   // Where the reference of a block placed by point A or B at `pick` stands:
   // the drawing's base lies A before the pick, B - A before it for point B.
   QString zeichnung0() const { return zeichnung(code_, 0); }
+  // After explode and a 2 x 3 array: the parts of the block, no reference,
+  // and five more copies of the last part.
+  void aufgeloestUndAngeordnet() {
+    const sandbox::Drawing d = zeichnungLesen();
+    EXPECT_TRUE(referenzen(d).empty());
+    sandbox::Drawing block;
+    QString fehler;
+    ASSERT_TRUE(sandbox::readDxfFile(zeichnung0(), block, &fehler)) << fehler.toStdString();
+    EXPECT_EQ(d.entities.size(), block.entities.size() + 5);
+  }
   static bool englisch() { return qgetenv("KOLVANE_HOST_LANGUAGE") == "en"; }
   // A text of the host in its language.
   static QString host(const char* de, const char* en) {
@@ -325,13 +335,7 @@ TEST_F(EinfuegenE2E, Layer0ExplodeAndArrayOnTheAutomationRoute) {
   ins_->optionen.byteReihe = 1;
   doppelklick(0);
   EXPECT_EQ(bridge_->Unterbrechung, 0);
-  const sandbox::Drawing d = zeichnungLesen();
-  EXPECT_TRUE(referenzen(d).empty());  // exploded
-  sandbox::Drawing block;
-  QString fehler;
-  ASSERT_TRUE(sandbox::readDxfFile(zeichnung0(), block, &fehler)) << fehler.toStdString();
-  // The parts of the block, and five more copies of the last one.
-  EXPECT_EQ(d.entities.size(), block.entities.size() + 5);
+  aufgeloestUndAngeordnet();
 }
 
 // The same options on the Lisp route: insert.lsp as the program writes it,
@@ -345,12 +349,7 @@ TEST_F(EinfuegenE2E, Layer0ExplodeAndArrayOnTheLispRoute) {
   ins_->optionen.byteUrsprungBeimEinfuegen = 1;
   ins_->optionen.byteReihe = 1;
   doppelklick(0);
-  const sandbox::Drawing d = zeichnungLesen();
-  EXPECT_TRUE(referenzen(d).empty());
-  sandbox::Drawing block;
-  QString fehler;
-  ASSERT_TRUE(sandbox::readDxfFile(zeichnung0(), block, &fehler)) << fehler.toStdString();
-  EXPECT_EQ(d.entities.size(), block.entities.size() + 5);
+  aufgeloestUndAngeordnet();
 }
 
 TEST_F(EinfuegenE2E, Layer0OnTheLispRouteBringsTheBlockToLayer0) {

@@ -958,27 +958,7 @@ void Interpreter::flushFeed() {
 
 bool Interpreter::pauseForUser() {
   if (active_.done() || !waiting_) return true;
-  pausing_ = true;
-  pauseMark_ = accepted_;
-  while (!quitting_ && !lispAborted_ && !active_.done() && accepted_ == pauseMark_) {
-    if (waiting_) {
-      if (auto in = take(waitingAsk_)) {
-        resumeWith(std::move(*in));
-        continue;
-      }
-    }
-    if (userMode_ == UserMode::Immediate) {
-      abortActive();
-      break;
-    }
-    settle();
-    QEventLoop loop;
-    connect(this, &Interpreter::inputArrived, &loop, &QEventLoop::quit);
-    connect(this, &Interpreter::quitRequested, &loop, &QEventLoop::quit);
-    loop.exec();
-  }
-  pausing_ = false;
-  return !lispAborted_ && !quitting_;
+  return waitForUser(true);
 }
 
 bool Interpreter::command(const std::vector<lisp::Value>& args, QString* error) {
@@ -1143,15 +1123,15 @@ std::optional<QString> Interpreter::getString(bool blanks, const QString& prompt
   while (a.prompt.startsWith(QLatin1Char('\n'))) a.prompt.remove(0, 1);
   a.text = blanks;
   startJob([this, a, r] { return textJob(*this, a, r); });
-  waitForUser();
+  waitForUser(false);
   return *answer;
 }
 
-bool Interpreter::waitForUser() {
+bool Interpreter::waitForUser(bool oneAnswer) {
   const bool was = pausing_;
   pausing_ = true;
   pauseMark_ = accepted_;
-  while (!quitting_ && !lispAborted_ && !active_.done()) {
+  while (!quitting_ && !lispAborted_ && !active_.done() && (!oneAnswer || accepted_ == pauseMark_)) {
     if (waiting_) {
       if (auto in = take(waitingAsk_)) {
         resumeWith(std::move(*in));

@@ -244,9 +244,10 @@ class Interpreter : public QObject, private lisp::Environment {
   QString findFile(const QString& name) override;
   QString errorText(const QString& message) override;
   std::optional<QString> getString(bool blanks, const QString& prompt) override;
-  // Serves the user until the running command or job has ended (a Lisp
-  // pause, a getstring); false when he broke off or the sandbox quits.
-  bool waitForUser();
+  // Serves the user while the Lisp waits for him: for one answer (a pause)
+  // or until the running command or job has ended (a getstring); false when
+  // he broke off or the sandbox quits.
+  bool waitForUser(bool oneAnswer);
 
   std::optional<Input> take(const Ask& a);
   std::optional<Input> takeToken(QString& buffer, const Ask& a, bool endTerminates);
