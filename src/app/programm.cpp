@@ -4,9 +4,15 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QDeadlineTimer>
 #include <QGuiApplication>
+#include <QLibraryInfo>
+#include <QLockFile>
 #include <QScreen>
+#include <QTextStream>
+#include <QThread>
 #include <QTimer>
+#include <QTranslator>
 
 #include "acadconnect.h"
 #include "bibliothek.h"
@@ -89,6 +95,24 @@ Kommandozeile Kommandozeile::lesen(const QStringList& args) {
 }
 
 QString programmVersion() { return QStringLiteral(KOLVANE_VERSION); }
+
+std::unique_ptr<QTranslator> qtUebersetzungInstallieren(const QString& strSprache) {
+  // The label files' languages by the names of their files; English is Qt's own.
+  static const QHash<QString, QString> kuerzel = {
+      {QStringLiteral("deutsch"), QStringLiteral("de")},   {QStringLiteral("francais"), QStringLiteral("fr")},
+      {QStringLiteral("français"), QStringLiteral("fr")},  {QStringLiteral("italiano"), QStringLiteral("it")},
+      {QStringLiteral("espanol"), QStringLiteral("es")},   {QStringLiteral("español"), QStringLiteral("es")},
+      {QStringLiteral("nederlands"), QStringLiteral("nl")}, {QStringLiteral("polski"), QStringLiteral("pl")},
+      {QStringLiteral("cesky"), QStringLiteral("cs")}};
+  QString sprache = strSprache.trimmed().toLower();
+  if (sprache.isEmpty()) sprache = QStringLiteral("deutsch");
+  const QString k = kuerzel.value(sprache);
+  if (k.isEmpty() || !QCoreApplication::instance()) return nullptr;
+  auto t = std::make_unique<QTranslator>();
+  if (!t->load(QStringLiteral("qtbase_") + k, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) return nullptr;
+  QCoreApplication::installTranslator(t.get());
+  return t;
+}
 
 Aufruf Aufruf::pruefen(const QStringList& args) {
   // Options of the toolkit itself, which QApplication takes away; those with a
@@ -187,9 +211,26 @@ int Programm::Main(const QStringList& args) {
   Trace t(QStringLiteral("Main"));
   // 1. The command line.
   kommandozeile = Kommandozeile::lesen(args);
+  // One program per user. The first start holds the lock from here on and its
+  // start service takes calls at once (their work waits until it is loaded); a
+  // later start hands its command line over and ends, also while the first
+  // still sits in its first-start dialog or opens its library.
+  t.step(QStringLiteral("Sperre"));
+  if (!sperreNehmen()) {
+    const int ende = anErstenUebergeben();
+    if (ende >= 0) return ende;
+  }
+  startServiceVerbinden();
+  if (!start_) {
+    // A program without our lock answers under the name: it is the one.
+    const int ende = anErstenUebergeben();
+    if (ende >= 0) return ende;
+  }
   // 2.-7. Settings file, temporary root, error file.
   Settings& s = *settings_;
   s.subPfadeFestlegen();
+  // Qt's own dialogs and buttons in the program's language.
+  qtUebersetzung_ = qtUebersetzungInstallieren(s.strSprache);
   while (s.sCTempHatLeerzeichen()) {
     // Slide and script commands to the CAD break at blanks.
     subMsgboxInfoEinzeilig(QStringLiteral("Ihr temporärPfad für Kolvane beinhaltet Leerzeichen: ") + s.sCTemp +
@@ -213,17 +254,14 @@ int Programm::Main(const QStringList& args) {
   }
   t.step(QStringLiteral("fctBeschriftungsFileZuordnenIni"));
   labels().fctBeschriftungsFileZuordnenIni();
-  // 12. A second instance only steers the first and ends.
-  const auto antwort = fctStartServiceAufrufen(
-      kommandozeile.lblock ? QStringList{QStringLiteral("LBlockEinfuegen")} : QStringList{QStringLiteral("StartKolvane")},
-      startServiceName, 2000);
-  if (antwort) return 0;
+  // 12. A second instance was handed over at the top.
   // 13. The main form.
   if (!Form_Load() || bytBeenden) return 0;
-  startServiceVerbinden();
   if (!kommandozeile.screenshot.isEmpty()) {
     QTimer::singleShot(200, this, [this] { beenden(screenshotSchreiben() ? 0 : 1); });
   }
+  // The calls that came while loading, in their order.
+  if (start_) start_->setAblaufLaeuft(false);
   return -1;
 }
 
@@ -355,7 +393,7 @@ bool Programm::Form_Load() {
     FrmVollbild f(v, frm_.get());
     prompt().dialog(QStringLiteral("frmVollbild"), [&f] { return f.exec(); });
   };
-  frm_->bibliothekGewaehlt = [this](const QString& pfad) { bv_->comboxVerzeichnis_Click(pfad); };
+  frm_->bibliothekGewaehlt = [this](const QString& pfad) { bibliothekWechseln(pfad); };
   // The insert: double click, button, menu and drop; the start service waits
   // while it runs.
   einfuegen_ = std::make_unique<Einfuegen>(s, *bv_, *cad_);
@@ -383,7 +421,7 @@ bool Programm::Form_Load() {
     if (kommandozeile.sDbPathUe == QLatin1String("TestDb"))
       subMsgboxInfoEinzeilig(QStringLiteral("TestDb"));
     else
-      bv_->comboxVerzeichnis_Click(kommandozeile.sDbPathUe);
+      bibliothekWechseln(kommandozeile.sDbPathUe);
     kommandozeile.sDbPathUe.clear();
   }
   // 32. The host's events.
@@ -480,24 +518,107 @@ void Programm::sofortBeenden() {
 }
 
 void Programm::startServiceVerbinden() {
-  start_ = std::make_unique<StartService>();
-  start_->strAppPfad = settings_->programDir();
-  start_->listen(startServiceName);
+  auto start = std::make_unique<StartService>();
+  start->strAppPfad = settings_->programDir();
+  // Until the main form is up every call waits.
+  start->setAblaufLaeuft(true);
+  if (!start->listen(startServiceName)) {
+    if (startServiceAnfrage({QStringLiteral("fctGetAppPath")}, startServiceName, 1000).art == StartAntwort::Art::Ok)
+      return;  // another program serves the name
+    // No service (reported): the program runs, unreachable from outside.
+  }
+  start_ = std::move(start);
+  start_->bibliothekPruefen = [](const QString& pfad, QString* grund) {
+    QString datei = pfad;
+    if (QFileInfo(datei).isDir()) datei = QDir(datei).filePath(dbDateiName());
+    return Bibliothek::fctTestDb(datei, grund);
+  };
   connect(start_.get(), &StartService::fensterNachVorne, this, [this] {
+    if (!frm_) return;
     frm_->show();
     frm_->raise();
     frm_->activateWindow();
   });
   connect(start_.get(), &StartService::aufOrdnerUndSeiteSpringen, this,
           [this](const QString& ordner, const QString& seite) {
+            if (!frm_) return;
             frm_->raise();
             bv_->strOrdnerUebergabe = ordner;
             bv_->varSeiteUebergabe = seite;
             bv_->fctAufOrdnerUndSeiteSpringen();
           });
   connect(start_.get(), &StartService::bibliothekWechseln, this,
-          [this](const QString& pfad) { bv_->comboxVerzeichnis_Click(pfad); });
-  connect(start_.get(), &StartService::lblockEinfuegen, this, [this] { einfuegen_->LBlockEinfuegen(); });
+          [this](const QString& pfad) { bibliothekWechseln(pfad); });
+  connect(start_.get(), &StartService::lblockEinfuegen, this, [this] {
+    if (einfuegen_) einfuegen_->LBlockEinfuegen();
+  });
+}
+
+bool Programm::sperreNehmen() {
+  // Beside the per-user settings; a lock left by a program that died is taken
+  // over (QLockFile asks whether its process still runs). A running program's
+  // lock never goes stale, however old.
+  const QString dir = settings_->environment().configDir;
+  QDir().mkpath(dir);
+  sperre_ = std::make_unique<QLockFile>(QDir(dir).filePath(QStringLiteral("Kolvane.lock")));
+  sperre_->setStaleLockTime(0);
+  if (sperre_->tryLock(0)) return true;
+  // A folder that can't hold a lock must not keep the program from starting;
+  // the start service still finds a running one.
+  return sperre_->error() != QLockFile::LockFailedError;
+}
+
+int Programm::anErstenUebergeben() {
+  Trace t(QStringLiteral("anErstenUebergeben"));
+  // The command line as calls: a library first, then lblock or the plain start.
+  QList<QStringList> anfragen;
+  if (!kommandozeile.sDbPathUe.isEmpty()) {
+    QString pfad = kommandozeile.sDbPathUe;
+    if (pfad != QLatin1String("TestDb") && QDir::isRelativePath(pfad)) pfad = QFileInfo(pfad).absoluteFilePath();
+    anfragen << QStringList{QStringLiteral("ChangeDb"), pfad};
+  }
+  if (kommandozeile.lblock)
+    anfragen << QStringList{QStringLiteral("LBlockEinfuegen")};
+  else if (anfragen.isEmpty())
+    anfragen << QStringList{QStringLiteral("StartKolvane")};
+  QTextStream err(stderr);
+  const QDeadlineTimer frist(qMax(0, uebergabeWartezeitMs));
+  qsizetype gesendet = 0;
+  for (;;) {
+    const int rest = int(qMax<qint64>(1, frist.remainingTime()));
+    const StartAntwort r = startServiceAnfrage(anfragen[gesendet], startServiceName, rest);
+    switch (r.art) {
+      case StartAntwort::Art::Ok:
+        if (++gesendet == anfragen.size()) return 0;
+        continue;
+      case StartAntwort::Art::Fehler:
+        err << r.wert << "\n";
+        return 3;
+      case StartAntwort::Art::KeineAntwort:
+        err << QStringLiteral("Kolvane antwortet nicht.") << "\n";
+        return 1;
+      case StartAntwort::Art::NichtErreicht:
+        break;
+    }
+    // The first went away before it listened: this start is the program.
+    if (gesendet == 0 && sperre_ && !sperre_->isLocked() && sperre_->tryLock(0)) return -1;
+    if (gesendet > 0 || frist.hasExpired()) {
+      err << QStringLiteral("Kolvane wird schon gestartet, ist aber nicht zu erreichen.") << "\n";
+      return 1;
+    }
+    QThread::msleep(100);
+  }
+}
+
+bool Programm::bibliothekWechseln(const QString& pfad) {
+  if (!bv_) return false;
+  QString datei = pfad;
+  if (QFileInfo(datei).isDir()) datei = QDir(datei).filePath(dbDateiName());
+  const bool ok = bv_->comboxVerzeichnis_Click(datei);
+  // The switch shows the new library's page before it puts the library at the
+  // head of the list: shown once more, the library box and the Datei menu name it.
+  bv_->Anzeigen();
+  return ok;
 }
 
 bool Programm::screenshotSchreiben() {

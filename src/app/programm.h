@@ -8,6 +8,8 @@
 #include "desktop.h"
 #include "settings.h"
 
+class QLockFile;
+class QTranslator;
 class QWidget;
 
 namespace kolvane {
@@ -40,6 +42,11 @@ struct Aufruf {
 };
 QString aufrufHilfe();      // the usage text
 QString programmVersion();  // the version the program was built as, e.g. "9.0"
+
+// Qt's own texts (choosers, standard buttons) in the program's language: the
+// translator for `strSprache` ("" is "deutsch"), installed in the application;
+// null for English, an unknown language, or when Qt's translation file is missing.
+std::unique_ptr<QTranslator> qtUebersetzungInstallieren(const QString& strSprache);
 
 // How the program reaches its CAD host: the window side, and the automation
 // object when the host has one. Tests put fakes here.
@@ -83,6 +90,9 @@ class Programm : public QObject {
   Kommandozeile kommandozeile;
   // The start service's name (tests use their own).
   QString startServiceName;
+  // How long a second start waits for the first's start service before it
+  // gives up (the first may sit in its first-start dialog meanwhile).
+  int uebergabeWartezeitMs = 60000;
   // Ends the event loop; tests replace it.
   std::function<void(int)> beenden;
 
@@ -95,6 +105,9 @@ class Programm : public QObject {
   void fensterLagern();
   void positionenSpeichern();
   void startServiceVerbinden();
+  bool sperreNehmen();
+  int anErstenUebergeben();
+  bool bibliothekWechseln(const QString& pfad);
   bool screenshotSchreiben();
 
   std::unique_ptr<Settings> settings_;
@@ -106,6 +119,8 @@ class Programm : public QObject {
   std::unique_ptr<FrmBlockverwaltung> frm_;
   std::unique_ptr<Einfuegen> einfuegen_;
   std::unique_ptr<StartService> start_;
+  std::unique_ptr<QLockFile> sperre_;
+  std::unique_ptr<QTranslator> qtUebersetzung_;
   bool entladen_ = false;
 };
 

@@ -110,7 +110,17 @@ QStringList StartService::antwort(const QStringList& a) {
   } else if (m == QLatin1String("StartKolvane3") && n == 1) {
     ausfuehren([this, a]() { StartKolvane3(a[1]); });
   } else if (m == QLatin1String("ChangeDb") && n == 1) {
-    ausfuehren([this, a]() { ChangeDb(a[1]); });
+    const QString pfad = nativeTrenner(a[1]);
+    QString grund;
+    if (pfad != QLatin1String("TestDb") && bibliothekPruefen && !bibliothekPruefen(pfad, &grund)) {
+      // The caller learns why at once; the program says it when it is free,
+      // after the caller has been let go.
+      QTimer::singleShot(0, this, [this, grund]() {
+        ausfuehren([grund]() { subErrorAllgemein(false, QStringLiteral("ChangeDb"), grund); });
+      });
+      return {QStringLiteral("error"), fehlerText(QStringLiteral("ChangeDb"), grund)};
+    }
+    ausfuehren([this, pfad]() { ChangeDb(pfad); });
   } else if (m == QLatin1String("LBlockEinfuegen") && n == 0) {
     return {QStringLiteral("ok"), QString::number(LBlockEinfuegen())};
   } else {
@@ -219,21 +229,38 @@ bool istStartKommando(const QString& a) {
          a == QLatin1String("--lblock");
 }
 
-std::optional<QString> fctStartServiceAufrufen(const QStringList& anfrage,
-                                               const QString& serverName, int timeoutMs) {
+StartAntwort startServiceAnfrage(const QStringList& anfrage, const QString& serverName,
+                                 int timeoutMs) {
+  StartAntwort r;
   QLocalSocket s;
   s.connectToServer(serverName);
-  if (!s.waitForConnected(timeoutMs)) return std::nullopt;
+  if (!s.waitForConnected(timeoutMs)) return r;
+  r.art = StartAntwort::Art::KeineAntwort;
   s.write(zeile(anfrage));
-  if (!s.waitForBytesWritten(timeoutMs)) return std::nullopt;
-  QByteArray z;
+  if (!s.waitForBytesWritten(timeoutMs)) return r;
   while (!s.canReadLine()) {
     if (!s.waitForReadyRead(timeoutMs)) break;
   }
-  z = s.readLine();
-  const QStringList a = alsListe(z);
-  if (a.value(0) != QLatin1String("ok")) return std::nullopt;
-  return a.value(1);
+  if (!s.canReadLine()) return r;
+  const QStringList a = alsListe(s.readLine());
+  if (a.value(0) == QLatin1String("ok")) {
+    r.art = StartAntwort::Art::Ok;
+  } else if (a.value(0) == QLatin1String("error")) {
+    r.art = StartAntwort::Art::Fehler;
+  } else {
+    return r;
+  }
+  r.wert = a.value(1);
+  return r;
+}
+
+std::optional<QString> fctStartServiceAufrufen(const QStringList& anfrage,
+                                               const QString& serverName, int timeoutMs,
+                                               QString* fehler) {
+  const StartAntwort r = startServiceAnfrage(anfrage, serverName, timeoutMs);
+  if (r.art == StartAntwort::Art::Ok) return r.wert;
+  if (fehler && r.art == StartAntwort::Art::Fehler) *fehler = r.wert;
+  return std::nullopt;
 }
 
 int runStartClient(const QStringList& args, const QString& serverName) {
@@ -267,8 +294,12 @@ int runStartClient(const QStringList& args, const QString& serverName) {
            " | --change-db PFAD | --lblock\n";
     return 2;
   }
-  const std::optional<QString> r = fctStartServiceAufrufen(anfrage, serverName);
-  if (!r) {
+  const StartAntwort r = startServiceAnfrage(anfrage, serverName);
+  if (r.art == StartAntwort::Art::Fehler) {
+    err << r.wert << "\n";
+    return 3;
+  }
+  if (r.art != StartAntwort::Art::Ok) {
     if (k == QLatin1String("--lblock"))
       err << QStringLiteral("Kolvane muss gestartet sein, um diese Funktion auszuführen.") << "\n";
     else

@@ -49,6 +49,11 @@ class StartService : public QObject {
   // The program directory that fctGetAppPath reports.
   QString strAppPfad;
 
+  // Tests a library before ChangeDb accepts it; false with the reason refuses
+  // the call: the caller gets the error text, the program keeps its library
+  // and reports the failure once it is free. Unset: every path is accepted.
+  std::function<bool(const QString& pfad, QString* grund)> bibliothekPruefen;
+
   // The methods of the start class.
   void StartKolvane();
   QString fctGetAppPath() const { return strAppPfad; }
@@ -94,15 +99,33 @@ class StartService : public QObject {
 // "--start", "--start2", "--start3", "--change-db", "--lblock".
 bool istStartKommando(const QString& erstesArgument);
 
+// How a call to the running program went.
+struct StartAntwort {
+  enum class Art {
+    NichtErreicht,  // nobody listens under the name
+    KeineAntwort,   // connected, but no reply within the time
+    Ok,             // taken; wert is the reply's value
+    Fehler          // refused; wert is the reason, in the program's language
+  };
+  Art art = Art::NichtErreicht;
+  QString wert;
+};
+// One call. The connection is tried once; a call that was sent is never sent
+// again, so waiting for a busy program can't hand the same work over twice.
+StartAntwort startServiceAnfrage(const QStringList& anfrage, const QString& serverName,
+                                 int timeoutMs = 5000);
+
 // One call to the running program: the reply's value, or nullopt when no
-// program answers (or it refused the call).
+// program answers or it refused the call (then *fehler gets its reason).
 std::optional<QString> fctStartServiceAufrufen(const QStringList& anfrage,
                                                const QString& serverName,
-                                               int timeoutMs = 5000);
+                                               int timeoutMs = 5000,
+                                               QString* fehler = nullptr);
 
 // The client: args are the command line after the program name. 0 when the
 // running program took the call; 1 when none runs ("--lblock" prints "Kolvane
-// muss gestartet sein, um diese Funktion auszuführen."); 2 for a wrong call.
+// muss gestartet sein, um diese Funktion auszuführen."); 2 for a wrong call;
+// 3 when the running program refused it (its reason is printed).
 int runStartClient(const QStringList& args,
                    const QString& serverName = StartService::defaultServerName());
 

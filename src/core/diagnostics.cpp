@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "inifile.h"
+#include "labels.h"
 #include "msgbox.h"
 #include "prompt.h"
 #include "settings.h"
@@ -67,7 +68,25 @@ void box(const QString& text, const QString& title, Icon icon) {
   prompt().message(r);
 }
 
+// A label of the Frm file, or the German text when no label file is loaded yet.
+QString label(const QString& key, const char* deutsch) {
+  const QString t = labels().fctBeschriftFrmZuordnen(key);
+  return t.isEmpty() ? QString::fromUtf8(deutsch) : t;
+}
+
 }  // namespace
+
+QString fehlerTitel() { return label(QStringLiteral("Fehler.Titel"), "Kolvane – Fehler"); }
+
+QString fehlerText(const QString& quelle, const QString& beschreibung, long nummer) {
+  QString handlung = quelle.isEmpty() ? QString() : labels().fctBeschriftFrmZuordnen(QStringLiteral("Fehler.") + quelle);
+  if (handlung.isEmpty()) handlung = label(QStringLiteral("Fehler.Allgemein"), "Es ist ein Fehler aufgetreten");
+  QString text = handlung;
+  const QString details = beschreibung.trimmed();
+  if (!details.isEmpty()) text += QStringLiteral(": ") + details;
+  if (nummer != 0) text += QStringLiteral(" (") + QString::number(nummer) + u')';
+  return text;
+}
 
 DiagnosticsState& diagnostics() { return g_state; }
 
@@ -123,7 +142,7 @@ void subDebug(const QString& text, bool bytMitZeit) {
     appendLines({text});
   if (g_inReport) return;
   if (allg(QStringLiteral("sShowAllErrorMsgbox")) == QLatin1String("1"))
-    box(QStringLiteral("Fehler: ") + text, QStringLiteral("subErrorAllgemein"), Icon::Exclamation);
+    box(fehlerText(QString(), text), fehlerTitel(), Icon::Exclamation);
   if (g_state.booErrMsgbox) box(text, QStringLiteral("Debug-Info"), Icon::Information);
 }
 
@@ -139,9 +158,8 @@ void subErrorAllgemein(bool bytOhneBox, const QString& quelle, const QString& be
     ++g_state.intFehlerAnzahl;
   }
   // 3. The box, unless told not to (or every box is wanted).
-  const QString text = QStringLiteral("Fehler: ") + QString::number(nummer) + " " + beschreibung;
   if (!bytOhneBox || allg(QStringLiteral("sShowAllErrorMsgbox")) == QLatin1String("1"))
-    box(text, QStringLiteral("subErrorAllgemein"), Icon::Exclamation);
+    box(fehlerText(quelle, beschreibung, nummer), fehlerTitel(), Icon::Exclamation);
   // 4./5. The error file.
   QStringList lines;
   lines << stamp() << QString::number(nummer) + " " + beschreibung << quelle;

@@ -25,6 +25,13 @@ void subDebug(const QString& text, bool bytMitZeit = false);
 void subErrorAllgemein(bool bytOhneBox, const QString& quelle, const QString& beschreibung,
                        long nummer = 0);
 
+// What the report's box says: the failed action in words (the Frm label
+// "Fehler.<quelle>", else "Fehler.Allgemein"), a colon and the description;
+// the error number only when there is one. The error file keeps the raw report.
+QString fehlerText(const QString& quelle, const QString& beschreibung, long nummer = 0);
+// The title of the report's box ("Fehler.Titel").
+QString fehlerTitel();
+
 // Catches what a library call threw and reports it under the routine's name.
 void subErrorAllgemein(bool bytOhneBox, const QString& quelle, const std::exception& e);
 

@@ -4,7 +4,10 @@
 #include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QInputDialog>
@@ -15,6 +18,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "labels.h"
 
@@ -203,7 +207,43 @@ QString QtPrompt::saveFile(const QString& title, const QString& directory, const
 }
 
 QString QtPrompt::chooseFolder(const QString& title, const QString& directory) {
-  return QFileDialog::getExistingDirectory(owner_, title, directory);
+  // A folder that does not exist yet would leave the chooser in the working
+  // directory: the nearest existing one above it, else the home directory.
+  QString start = directory;
+  while (!start.isEmpty() && !QFileInfo(start).isDir()) {
+    const QString oben = QFileInfo(QDir::cleanPath(start)).path();
+    if (oben == QDir::cleanPath(start)) break;
+    start = oben;
+  }
+  if (start.isEmpty() || !QFileInfo(start).isDir() || QDir(start).isRoot()) start = QDir::homePath();
+  QFileDialog d(owner_, title, start);
+  d.setObjectName(QStringLiteral("folderChooser"));
+  d.setFileMode(QFileDialog::Directory);
+  d.setOption(QFileDialog::ShowDirsOnly, true);
+#ifndef Q_OS_WIN
+  // Qt's own chooser: it speaks the program's language and can say in a line
+  // what to choose; a desktop's chooser would do neither.
+  d.setOption(QFileDialog::DontUseNativeDialog, true);
+  if (auto* grid = qobject_cast<QGridLayout*>(d.layout()); grid && !title.isEmpty()) {
+    auto* zeile = new QLabel(title, &d);
+    zeile->setObjectName(QStringLiteral("folderChooserHint"));
+    QFont f = zeile->font();
+    f.setBold(true);
+    zeile->setFont(f);
+    // Above everything: the grid's widgets move one row down.
+    QList<std::tuple<QLayoutItem*, int, int, int, int>> items;
+    while (grid->count() > 0) {
+      int r = 0, c = 0, rs = 0, cs = 0;
+      grid->getItemPosition(0, &r, &c, &rs, &cs);
+      items.append({grid->takeAt(0), r, c, rs, cs});
+    }
+    grid->addWidget(zeile, 0, 0, 1, -1);
+    for (const auto& [item, r, c, rs, cs] : items) grid->addItem(item, r + 1, c, rs, cs);
+  }
+#endif
+  if (d.exec() != QDialog::Accepted) return {};
+  const QStringList gewaehlt = d.selectedFiles();
+  return gewaehlt.isEmpty() ? QString() : gewaehlt.first();
 }
 
 int QtPrompt::dialog(const QString&, const std::function<int()>& show) { return show ? show() : 0; }

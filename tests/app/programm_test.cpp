@@ -1,16 +1,29 @@
+#include <QApplication>
+#include <QComboBox>
 #include <QCoreApplication>
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QLockFile>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTranslator>
 #include <QDateTime>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QFile>
 #include <QProcess>
+#include <QThread>
 #include <QTimer>
 #include <future>
 
 #include "bibliothek.h"
 #include "blockverwaltung.h"
 #include "cadbridge.h"
+#include "diagnostics.h"
 #include "fakedesktop.h"
 #include "fakehost.h"
 #include "frmblockverwaltung.h"
@@ -18,6 +31,7 @@
 #include "kolvanetest.h"
 #include "labels.h"
 #include "programm.h"
+#include "qtprompt.h"
 #include "startservice.h"
 
 namespace kolvane {
@@ -59,6 +73,33 @@ class ProgrammTest : public KolvaneTest {
   int main(const QStringList& args = {}, const QString& ersterOrdner = QString()) {
     if (!ersterOrdner.isEmpty()) prompt_->text(ersterOrdner);
     return programm_->Main(args);
+  }
+
+  // A call of a second process, from another thread so this one serves it.
+  StartAntwort aufrufen(const QStringList& anfrage) {
+    auto zweiter = std::async(std::launch::async, [name = programm_->startServiceName, anfrage] {
+      return startServiceAnfrage(anfrage, name, 5000);
+    });
+    QElapsedTimer uhr;
+    uhr.start();
+    while (zweiter.wait_for(std::chrono::milliseconds(0)) != std::future_status::ready && uhr.elapsed() < 8000)
+      QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(zweiter.wait_for(std::chrono::milliseconds(0)), std::future_status::ready);
+    return zweiter.get();
+  }
+  // Serves events until cond holds or the bound has passed.
+  template <class F>
+  bool bis(F cond, int boundMs = 5000) {
+    QElapsedTimer uhr;
+    uhr.start();
+    while (!cond() && uhr.elapsed() < boundMs) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return cond();
+  }
+  QString neueBibliothek(const QString& ordner) {
+    QDir().mkpath(path(ordner + "/000"));
+    Bibliothek neu(*settings_);
+    EXPECT_TRUE(neu.NeueDatenbankErstellen(path(ordner) + "/dbKolvane.mdb"));
+    return path(ordner) + "/dbKolvane.mdb";
   }
 
   std::unique_ptr<FakeHost> host_;
@@ -240,6 +281,214 @@ TEST_F(ProgrammTest, SecondStartOnlyBringsTheFirstToTheFront) {
   if (vorne == 0) warten.exec();
   EXPECT_EQ(vorne, 1);
   EXPECT_EQ(programm_->settings().strAktuelleDatenbank, path("bib") + "/dbKolvane.mdb") << "nothing else changed";
+}
+
+// A program holds the lock but its start service never comes up: the second
+// start waits its bounded time and ends without loading anything.
+TEST_F(ProgrammTest, SecondStartNeverRunsBesideALockHolder) {
+  QDir().mkpath(env_.configDir);
+  QLockFile erster(QDir(env_.configDir).filePath("Kolvane.lock"));
+  ASSERT_TRUE(erster.tryLock(0));
+  starten();
+  programm_->uebergabeWartezeitMs = 300;
+  QElapsedTimer uhr;
+  uhr.start();
+  EXPECT_EQ(main(), 1);
+  EXPECT_GE(uhr.elapsed(), 300);
+  EXPECT_EQ(programm_->fenster(), nullptr);
+  EXPECT_EQ(programm_->startService(), nullptr);
+  EXPECT_FALSE(QFile::exists(path("bib") + "/dbKolvane.mdb"));
+  EXPECT_TRUE(prompt_->asked.isEmpty()) << prompt_->asked.join("\n").toStdString();
+  // Once the first has ended, a start is the program again.
+  erster.unlock();
+  starten();
+  EXPECT_EQ(main({}, path("bib")), -1);
+  EXPECT_NE(programm_->startService(), nullptr);
+}
+
+// kolvane --change-db from outside: the running program switches, and its
+// library box and Datei menu name the new library; a broken library is refused
+// to the caller with the reason, and the program keeps its own.
+TEST_F(ProgrammTest, ChangeDbFromOutsideShowsTheNewLibraryAndRefusesABrokenOne) {
+  starten();
+  ASSERT_EQ(main({}, path("bib")), -1);
+  const QString erste = path("bib") + "/dbKolvane.mdb";
+  const QString zweite = neueBibliothek("zwei");
+  auto* box = programm_->fenster()->findChild<QComboBox*>("comboxVerzeichnis");
+  ASSERT_NE(box, nullptr);
+
+  const StartAntwort ok = aufrufen({"ChangeDb", path("zwei")});  // the directory is enough
+  EXPECT_EQ(ok.art, StartAntwort::Art::Ok) << ok.wert.toStdString();
+  ASSERT_TRUE(bis([&] { return programm_->settings().strAktuelleDatenbank == zweite; }));
+  EXPECT_EQ(box->currentText(), zweite);
+  EXPECT_EQ(box->count(), 2);
+  EXPECT_EQ(box->itemText(1), erste);
+  if (qEnvironmentVariableIsSet("KOLVANE_SCREENSHOT_DIR"))
+    programm_->fenster()->grab().save(qEnvironmentVariable("KOLVANE_SCREENSHOT_DIR") + "/nach-change-db.png");
+
+  writeFile(path("kaputt/dbKolvane.mdb"), "kein SQLite, nur Text");
+  const StartAntwort nein = aufrufen({"ChangeDb", path("kaputt") + "/dbKolvane.mdb"});
+  EXPECT_EQ(nein.art, StartAntwort::Art::Fehler);
+  EXPECT_TRUE(nein.wert.startsWith("Die Bibliothek konnte nicht geöffnet werden: ")) << nein.wert.toStdString();
+  EXPECT_GT(nein.wert.size(), QString("Die Bibliothek konnte nicht geöffnet werden: ").size()) << "with the reason";
+  // The program says it too, once the caller has been let go.
+  ASSERT_TRUE(bis([&] {
+    for (const QString& a : prompt_->asked)
+      if (a.startsWith("message|Kolvane – Fehler|Die Bibliothek konnte nicht geöffnet werden: ")) return true;
+    return false;
+  })) << prompt_->asked.join("\n").toStdString();
+  EXPECT_EQ(programm_->settings().strAktuelleDatenbank, zweite);
+  EXPECT_EQ(box->currentText(), zweite);
+  EXPECT_TRUE(programm_->bibliothek()->connDb.isOpen());
+  EXPECT_EQ(prompt_->unexpected(), 0);
+}
+
+// Qt's own texts follow the language of the label files.
+TEST(QtUebersetzung, GermanByDefaultEnglishNeedsNone) {
+  const QString qm = QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_de.qm";
+  if (!QFile::exists(qm)) GTEST_SKIP() << "no Qt translation on this machine: " << qm.toStdString();
+  {
+    std::unique_ptr<QTranslator> englisch = qtUebersetzungInstallieren("english");
+    EXPECT_EQ(englisch, nullptr);
+    EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Cancel");
+  }
+  std::unique_ptr<QTranslator> deutsch = qtUebersetzungInstallieren("");
+  ASSERT_NE(deutsch, nullptr);
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Abbrechen");
+  QDialogButtonBox knoepfe(QDialogButtonBox::Yes | QDialogButtonBox::No | QDialogButtonBox::Cancel);
+  EXPECT_EQ(knoepfe.button(QDialogButtonBox::Yes)->text().remove('&'), "Ja");
+  EXPECT_EQ(knoepfe.button(QDialogButtonBox::No)->text().remove('&'), "Nein");
+  deutsch.reset();
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Cancel") << "the translator leaves with its owner";
+}
+
+// The real dialogs of the program in German: a Yes/No box and the first
+// start's folder chooser, which names what to choose and starts at home when
+// the proposed folder does not exist yet.
+TEST_F(ProgrammTest, GermanBoxAndFirstStartChooser) {
+  const QString qm = QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_de.qm";
+  if (!QFile::exists(qm)) GTEST_SKIP() << "no Qt translation on this machine: " << qm.toStdString();
+  ASSERT_TRUE(labels().fctSpracheAuslesen(0));
+  labels().fctBeschriftungsFileZuordnenIni();
+  std::unique_ptr<QTranslator> deutsch = qtUebersetzungInstallieren("deutsch");
+  const QString bilder = qEnvironmentVariable("KOLVANE_SCREENSHOT_DIR", path("bilder"));
+  QDir().mkpath(bilder);
+  QtPrompt qt;
+  QStringList knoepfe;
+  QString ueberschrift, startOrdner;
+  // Looks at the modal dialog once it is up, then closes it.
+  auto ansehen = [&](const QString& datei) {
+    QTimer::singleShot(0, [&, datei] {
+      bis([] { return QApplication::activeModalWidget() != nullptr; }, 5000);
+      QWidget* w = QApplication::activeModalWidget();
+      if (!w) return;
+      w->resize(w->sizeHint().expandedTo(QSize(360, 120)));
+      EXPECT_TRUE(w->grab().save(QDir(bilder).filePath(datei)));
+      for (auto* b : w->findChildren<QPushButton*>())
+        if (b->isVisible()) knoepfe << b->text().remove('&');
+      if (auto* l = w->findChild<QLabel*>("folderChooserHint")) ueberschrift = l->text();
+      if (auto* f = qobject_cast<QFileDialog*>(w)) startOrdner = f->directory().absolutePath();
+      if (auto* d = qobject_cast<QDialog*>(w)) d->reject();
+    });
+  };
+  MessageRequest frage;
+  frage.title = "Frage";
+  frage.text = "Soll Kolvane beendet werden?";
+  frage.buttons = Buttons::YesNo;
+  frage.icon = Icon::Question;
+  ansehen("frage-ja-nein.png");
+  qt.message(frage);
+  EXPECT_EQ(knoepfe, QStringList({"Ja", "Nein"}));
+
+  knoepfe.clear();
+  const QString titel = labels().fctBeschriftFrmZuordnen("frmVerzeichnisauswahl.Caption");
+  ASSERT_FALSE(titel.isEmpty());
+  ansehen("ordnerwahl.png");
+  EXPECT_EQ(qt.chooseFolder(titel, path("home") + "/Kolvane/"), "");
+  EXPECT_EQ(ueberschrift, titel);
+  EXPECT_EQ(startOrdner, QDir(path("home")).absolutePath());
+  EXPECT_TRUE(knoepfe.contains("Abbrechen")) << knoepfe.join(", ").toStdString();
+
+  // The error box: what failed, in words.
+  knoepfe.clear();
+  setPrompt(&qt);
+  ansehen("fehler.png");
+  subErrorAllgemein(false, "comboxVerzeichnis_Click", "Die Datei /daten/bib/dbKolvane.mdb ist keine Kolvane-Datenbank.");
+  setPrompt(prompt_.get());
+  EXPECT_EQ(knoepfe, QStringList({"OK"}));
+}
+
+// The built program, twice: a second start while the first is still loading
+// hands its command line to the first and ends, and a lock left by a killed
+// program is taken over. No CAD runs, so the first never gets past its load.
+TEST_F(ProgrammTest, OneProgramPerUserAlsoWhileTheFirstLoads) {
+  const QString exe = QStringLiteral(KOLVANE_EXE);
+  QDir().mkpath(path("home/run"));
+  QFile::setPermissions(path("home/run"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+  QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
+  umgebung.insert("HOME", path("home"));
+  umgebung.insert("XDG_CONFIG_HOME", path("home/.config"));
+  umgebung.insert("XDG_RUNTIME_DIR", path("home/run"));  // the start service's socket
+  umgebung.insert("TMPDIR", path("home/tmp"));
+  umgebung.insert("QT_QPA_PLATFORM", "offscreen");
+  umgebung.insert("KOLVANE_SANDBOX_SOCKET", path("kein-cad.sock"));
+  const QString kaputt = path("kaputt/dbKolvane.mdb");
+  writeFile(kaputt, "kein SQLite, nur Text");
+  const QString meldung = "Die Bibliothek konnte nicht geöffnet werden: ";
+
+  std::vector<std::unique_ptr<QProcess>> laeufe;
+  auto starte = [&](const QStringList& args) {
+    auto p = std::make_unique<QProcess>();
+    p->setProcessEnvironment(umgebung);
+    p->setWorkingDirectory(path("home"));
+    p->start(exe, args);
+    EXPECT_TRUE(p->waitForStarted(5000));
+    laeufe.push_back(std::move(p));
+    return laeufe.back().get();
+  };
+  auto laeuft = [](QProcess* p) { return p->state() != QProcess::NotRunning; };
+  struct Aufraeumen {
+    std::vector<std::unique_ptr<QProcess>>& l;
+    ~Aufraeumen() {
+      for (auto& p : l)
+        if (p->state() != QProcess::NotRunning) {
+          p->kill();
+          p->waitForFinished(5000);
+        }
+    }
+  } aufraeumen{laeufe};
+
+  QProcess* a = starte({});
+  QThread::msleep(50);
+  QProcess* b = starte({"/d", kaputt});
+  ASSERT_TRUE(bis([&] { return !laeuft(a) || !laeuft(b); }, 30000)) << "one of the two ends";
+  QThread::msleep(500);
+  ASSERT_NE(laeuft(a), laeuft(b)) << "one program is left";
+  QProcess* erster = laeuft(a) ? a : b;
+  QProcess* zweiter = laeuft(a) ? b : a;
+  ASSERT_EQ(zweiter->exitStatus(), QProcess::NormalExit);
+  const QString fehler = QString::fromLocal8Bit(zweiter->readAllStandardError());
+  if (zweiter == b) {
+    // The first checked the library the second was given.
+    EXPECT_EQ(zweiter->exitCode(), 3);
+    EXPECT_TRUE(fehler.contains(meldung)) << fehler.toStdString();
+  } else {
+    EXPECT_EQ(zweiter->exitCode(), 0) << fehler.toStdString();
+  }
+
+  // Another start with a library: the first, still loading, answers for it.
+  QProcess* c = starte({"/D", kaputt});
+  ASSERT_TRUE(c->waitForFinished(30000));
+  EXPECT_EQ(c->exitCode(), 3);
+  EXPECT_TRUE(QString::fromLocal8Bit(c->readAllStandardError()).contains(meldung));
+  EXPECT_TRUE(laeuft(erster));
+
+  // The first dies; its lock is left behind and taken over.
+  erster->kill();
+  ASSERT_TRUE(erster->waitForFinished(5000));
+  QProcess* d = starte({});
+  QThread::msleep(1500);
+  EXPECT_TRUE(laeuft(d)) << QString::fromLocal8Bit(d->readAllStandardError()).toStdString();
 }
 
 }  // namespace

@@ -212,5 +212,46 @@ TEST_F(StartServiceTest, CallsWaitWhileAFlowRuns) {
   EXPECT_EQ(suchen[0][0].toString(), "Pumpe");
 }
 
+// --change-db: a library the program can't open is refused to the caller with
+// the reason in words (printed, exit 3); nothing is switched, and the program
+// reports it itself once the caller has been let go and no flow runs.
+TEST_F(StartServiceTest, ChangeDbToABrokenLibraryAnswersTheCallerWithTheError) {
+  StartService s;
+  ASSERT_TRUE(s.listen(socket_));
+  QStringList geprueft;
+  s.bibliothekPruefen = [&](const QString& pfad, QString* grund) {
+    geprueft << pfad;
+    if (!pfad.contains("kaputt")) return true;
+    *grund = "Die Datei ist keine SQLite-Datenbank.";
+    return false;
+  };
+  QSignalSpy wechseln(&s, &StartService::bibliothekWechseln);
+  s.setAblaufLaeuft(true);  // an insert runs: the refusal can't wait for it
+
+  const Lauf nein = client({"--change-db", path("kaputt") + "/dbKolvane.mdb"});
+  EXPECT_EQ(nein.exitCode, 3);
+  EXPECT_EQ(nein.err.trimmed(),
+            "Die Bibliothek konnte nicht geöffnet werden: Die Datei ist keine SQLite-Datenbank.");
+  eventsUntil([] { return false; }, 300);
+  EXPECT_TRUE(prompt_->asked.isEmpty()) << "no box while the flow runs";
+  s.setAblaufLaeuft(false);
+  ASSERT_EQ(prompt_->asked.size(), 1);
+  EXPECT_EQ(prompt_->asked[0],
+            "message|Kolvane – Fehler|Die Bibliothek konnte nicht geöffnet werden: "
+            "Die Datei ist keine SQLite-Datenbank.|0|48");
+
+  // A sound library is switched to.
+  const Lauf ja = client({"--change-db", path("gut")});
+  EXPECT_EQ(ja.exitCode, 0) << ja.err.toStdString();
+  ASSERT_EQ(wechseln.count(), 1);
+  EXPECT_EQ(wechseln[0][0].toString(), path("gut"));
+  EXPECT_EQ(geprueft, QStringList({path("kaputt") + "/dbKolvane.mdb", path("gut")}));
+  // Nothing listens: still "not running", not an error of the program.
+  s.close();
+  const Lauf weg = client({"--change-db", path("gut")});
+  EXPECT_EQ(weg.exitCode, 1);
+  EXPECT_EQ(weg.err.trimmed(), "Kolvane läuft nicht.");
+}
+
 }  // namespace
 }  // namespace kolvane

@@ -1,6 +1,7 @@
 #include "diagnostics.h"
 #include "inifile.h"
 #include "kolvanetest.h"
+#include "labels.h"
 
 namespace kolvane {
 namespace {
@@ -38,13 +39,53 @@ TEST_F(DiagnosticsTest, ReportNamesRoutineStepsAndSourceOuterFirst) {
 TEST_F(DiagnosticsTest, BoxUnlessSilencedOrAllBoxesWanted) {
   subErrorAllgemein(false, "x", "sichtbar");
   ASSERT_EQ(prompt_->asked.size(), 1);
-  EXPECT_TRUE(prompt_->asked[0].startsWith("message|subErrorAllgemein|Fehler: 0 sichtbar|0|48"));
+  EXPECT_TRUE(prompt_->asked[0].startsWith("message|Kolvane – Fehler|")) << prompt_->asked[0].toStdString();
+  EXPECT_TRUE(prompt_->asked[0].endsWith(": sichtbar|0|48")) << prompt_->asked[0].toStdString();
   prompt_->asked.clear();
   subErrorAllgemein(true, "x", "still");
   EXPECT_TRUE(prompt_->asked.isEmpty());
   settings_->fctWertAllgInIniSpeichern("sShowAllErrorMsgbox", "1");
   subErrorAllgemein(true, "x", "doch sichtbar");
   EXPECT_FALSE(prompt_->asked.isEmpty());
+}
+
+// The box names the failed action in words, in the labels' language; the
+// error file keeps the raw report for support.
+TEST_F(DiagnosticsTest, BoxSaysWhatFailedInWordsTheFileKeepsTheReport) {
+  installData();
+  auto laden = [&](const QString& sprache) {
+    settings_->strSprache = sprache;
+    ASSERT_TRUE(labels().fctSpracheAuslesen(0));
+    labels().fctBeschriftungsFileZuordnenIni();
+  };
+  laden("deutsch");
+  subErrorAllgemein(false, "comboxVerzeichnis_Click", "Datei nicht gefunden", 53);
+  subErrorAllgemein(false, "irgendeineRoutine", "Platte voll");
+  ASSERT_EQ(prompt_->asked.size(), 2);
+  EXPECT_EQ(prompt_->asked[0],
+            "message|Kolvane – Fehler|Die Bibliothek konnte nicht geöffnet werden: Datei nicht gefunden (53)|0|48");
+  EXPECT_EQ(prompt_->asked[1], "message|Kolvane – Fehler|Es ist ein Fehler aufgetreten: Platte voll|0|48");
+  const QString datei = errorText();
+  EXPECT_TRUE(datei.contains("53 Datei nicht gefunden\ncomboxVerzeichnis_Click\n")) << datei.toStdString();
+  EXPECT_TRUE(datei.contains("0 Platte voll\nirgendeineRoutine\n"));
+
+  laden("english");
+  prompt_->asked.clear();
+  subErrorAllgemein(false, "ChangeDb", "not a database");
+  ASSERT_EQ(prompt_->asked.size(), 1);
+  EXPECT_EQ(prompt_->asked[0], "message|Kolvane - Error|The library could not be opened: not a database|0|48");
+
+  // Every action the German file names, the English one names too.
+  const IniData de = IniData::load(settings_->labelDir() + "/Frm_deutsch.txt");
+  const IniData en = IniData::load(settings_->labelDir() + "/Frm_english.txt");
+  int fehler = 0;
+  for (const QString& k : de.keys("Speziell")) {
+    if (!k.startsWith("Fehler.", Qt::CaseInsensitive)) continue;
+    ++fehler;
+    EXPECT_FALSE(en.value("Speziell", k).isEmpty()) << k.toStdString();
+  }
+  EXPECT_GE(fehler, 3);
+  laden("deutsch");
 }
 
 TEST_F(DiagnosticsTest, StormStopEndsAtElevenReportsWithinAMinute) {

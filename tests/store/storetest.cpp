@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include "diagnostics.h"
 #include "labels.h"
 
 #include "schema.h"
@@ -68,14 +69,15 @@ qint64 StoreTest::ordnerAnlegen(Connection& conn, const QString& ordnerNr, const
 int StoreTest::fehlerBerichte() const {
   int n = 0;
   for (const QString& a : prompt_->asked)
-    if (a.startsWith(QLatin1String("message|")) && a.contains(QLatin1String("Fehler:"))) ++n;
+    if (a.startsWith(QLatin1String("message|") + fehlerTitel() + QLatin1Char('|'))) ++n;
   return n;
 }
 
 QStringList StoreTest::fragen() const {
   QStringList out;
   for (const QString& a : prompt_->asked)
-    if (!a.contains(QLatin1String("Fehler:")) && !a.startsWith(QLatin1String("UNEXPECTED")))
+    if (!a.startsWith(QLatin1String("message|") + fehlerTitel() + QLatin1Char('|')) &&
+        !a.startsWith(QLatin1String("UNEXPECTED")))
       out << a;
   return out;
 }
