@@ -657,16 +657,6 @@ void Blockverwaltung::seiteninfoSetzen() {
   bytCboSeiteGesperrt = 0;
 }
 
-int32_t Blockverwaltung::anzahlAnsichten() {
-  // View k exists when AXk is set and not "0"; view 0 always.
-  int32_t n = 1;
-  for (int k = 1; k <= 4; ++k) {
-    const QString ax = lib_.rsBlockInfo0.text(QStringLiteral("AX") + QString::number(k));
-    if (!ax.isEmpty() && ax != QLatin1String("0")) ++n;
-  }
-  return n;
-}
-
 void Blockverwaltung::Anzeigen() {
   Trace t(QStringLiteral("Anzeigen"));
   // 0. A stopped program shows no page.
@@ -735,7 +725,8 @@ void Blockverwaltung::Anzeigen() {
     const bool varianten = hooks.fctVariaEinfuegenKontroll && hooks.fctVariaEinfuegenKontroll(strDatDateiBlockvaria);
     m.activeFrame = varianten ? FrameColor::Green : FrameColor::Red;
     m.enabled["mnuBVariantenAuswahl"] = varianten;
-    if (anzahlAnsichten() > 1) byteAnsichtVorhanden = 1;
+    // A further view by its points, or by its drawing alone.
+    if (fctVorhandeneAnsichten(rs).size() > 1) byteAnsichtVorhanden = 1;
     for (int n = 1; n <= 4 && byteAnsichtVorhanden == 0; ++n)
       if (fctDateiExist(fctBlockDwgPfad(lib_.VerzeichnisOhneDb, lib_.strAktuelleOrdnerNr, aktivierteBlocknummer, n)))
         byteAnsichtVorhanden = 1;
@@ -889,15 +880,17 @@ bool Blockverwaltung::Timer2_Timer(bool linkeTasteGedrueckt, const QPoint& curso
   if (timer2ErsterLauf_ && timer2Schritt_ < 1) {
     Recordset& rs = lib_.rsBlockInfo0;
     if (!fctRsFind(rs, QStringLiteral("Block"), aktivierteBlocknummer)) return false;
-    timer2Ansichten_ = anzahlAnsichten();
+    timer2Ansichten_ = fctVorhandeneAnsichten(rs);
   }
-  if (timer2Ansichten_ < 2) return false;
-  // 4. The next view, wrapping to 0.
+  if (timer2Ansichten_.size() < 2) return false;
+  // 4. The next view that exists, wrapping to 0; a deleted view in between is
+  // passed over.
   ++timer2Schritt_;
-  if (timer2Schritt_ >= timer2Ansichten_) timer2Schritt_ = 0;
+  if (size_t(timer2Schritt_) >= timer2Ansichten_.size()) timer2Schritt_ = 0;
   timer2ErsterLauf_ = false;
   // 5./7. Its slide in the active picture.
-  cyclingSlide_ = fctSlideAdresse(ansichtsPfad(timer2Schritt_), QString::number(timer2Schritt_) + "A");
+  const int ansicht = timer2Ansichten_[size_t(timer2Schritt_)];
+  cyclingSlide_ = fctSlideAdresse(ansichtsPfad(ansicht), QString::number(ansicht) + "A");
   if (pos >= 0 && pos < model_.bilder.size()) model_.bilder[pos].slidePath = cyclingSlide_;
   if (hooks.anzeigen) hooks.anzeigen(model_);
   return true;

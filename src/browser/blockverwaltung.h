@@ -180,7 +180,6 @@ class Blockverwaltung {
   bool slideDateiFehlt(const QString& slideLib) const;
   bool zeileLoeschenAufSicht(const QString& slideLib);
   void seiteninfoSetzen();
-  int32_t anzahlAnsichten();
 
   Settings& settings_;
   Bibliothek& lib_;
@@ -197,7 +196,7 @@ class Blockverwaltung {
   QPoint timer2Start_;
   int timer2Schritt_ = 0;
   bool timer2ErsterLauf_ = false;
-  int timer2Ansichten_ = 0;
+  std::vector<uint8_t> timer2Ansichten_;  // the views of the held block, 0 first
   QString cyclingSlide_;
 };
 

@@ -22,9 +22,12 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "blockverwaltung.h"
 #include "labels.h"
@@ -127,9 +130,9 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   addAction(mnuBearbeiten_, QStringLiteral("mnuBVarianten"));
   addAction(mnuBearbeiten_, QStringLiteral("mnuBVariantenAuswahl"));
   mnuBearbeiten_->addSeparator();
-  addAction(mnuBearbeiten_, QStringLiteral("mnuFAusschneiden"), true);
-  addAction(mnuBearbeiten_, QStringLiteral("mnuZKopieren"), true);
-  addAction(mnuBearbeiten_, QStringLiteral("mnuFEinfuegen"), true);
+  addAction(mnuBearbeiten_, QStringLiteral("mnuFAusschneiden"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuZKopieren"));
+  addAction(mnuBearbeiten_, QStringLiteral("mnuFEinfuegen"));
   addAction(mnuBearbeiten_, QStringLiteral("mnuFAusschneiden2"));
   addAction(mnuBearbeiten_, QStringLiteral("mnuFEinfuegen2"));
   addAction(mnuBearbeiten_, QStringLiteral("mnuBZwischenspeicher"));
@@ -153,10 +156,20 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   extras->addSeparator();
   addAction(extras, QStringLiteral("mnuESetup"), true);
   addAction(extras, QStringLiteral("mnuEErweitertesSetup"));
+  // The toolbar carries the everyday commands under the short captions of
+  // their buttons, so it fits the smallest window; the menus keep the full
+  // captions and every command (the clipboard ones also in the context menu).
+  for (const auto& [aktion, knopf] : {std::pair{"mnuBBlockEinfuegen", "cmbEinfuegen"},
+                                      std::pair{"mnuBBlockNeu", "combutNeu"},
+                                      std::pair{"mnuBBlockLoeschen", "combutLoeschen"},
+                                      std::pair{"mnuBAnsichten", "combutAnsicht"}})
+    actions_.value(QString::fromLatin1(aktion))->setIconText(caption(QString::fromLatin1(knopf)));
+  toolbar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
 
   // --- library, folder and page ---
   auto* central = new QWidget(this);
   auto* outer = new QVBoxLayout(central);
+  outer->setSpacing(4);
   auto* top = new QHBoxLayout;
   comboxVerzeichnis_ = new QComboBox;
   comboxVerzeichnis_->setObjectName(QStringLiteral("comboxVerzeichnis"));
@@ -191,15 +204,23 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   gridArea_ = new QWidget;
   gridArea_->setObjectName(QStringLiteral("gridArea"));
   gridArea_->setFocusPolicy(Qt::StrongFocus);
-  gridArea_->setMinimumSize(360, 280);
   gridArea_->installEventFilter(this);
-  middle->addWidget(gridArea_, 4);
+  // Pictures never shrink below a readable size: a window too small for the
+  // grid scrolls it instead.
+  gridScroll_ = new QScrollArea;
+  gridScroll_->setObjectName(QStringLiteral("gridScroll"));
+  gridScroll_->setFrameShape(QFrame::NoFrame);
+  gridScroll_->setFocusPolicy(Qt::NoFocus);
+  gridScroll_->setWidgetResizable(true);
+  gridScroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  gridScroll_->setWidget(gridArea_);
+  middle->addWidget(gridScroll_, 4);
   auto* right = new QVBoxLayout;
   labBezeichnung_ = new QLabel;
   labBezeichnung_->setObjectName(QStringLiteral("labBezeichnung"));
   lisBlockBenennung_ = new QListWidget;
   lisBlockBenennung_->setObjectName(QStringLiteral("lisBlockBenennung"));
-  lisBlockBenennung_->setMinimumWidth(170);
+  lisBlockBenennung_->setMinimumWidth(150);
   labNameDaten_ = new QLabel;
   labNameDaten_->setObjectName(QStringLiteral("labNameDaten"));
   right->addWidget(labBezeichnung_);
@@ -229,6 +250,8 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   auto* fraOptionen = new QGroupBox(caption(QStringLiteral("fraOptionen")));
   fraOptionen->setObjectName(QStringLiteral("fraOptionen"));
   auto* optGrid = new QGridLayout(fraOptionen);
+  optGrid->setContentsMargins(6, 2, 6, 2);
+  optGrid->setVerticalSpacing(0);
   int k = 0;
   for (const OptionFeld& o : kOptionen) {
     const QString name = QString::fromLatin1(o.box);
@@ -237,7 +260,7 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
     c->setToolTip(labels().tooltip(QStringLiteral("frmBlockverwaltung.") + name));
     if (Settings* s = currentSettings()) c->setChecked(s->setup.*o.vorgabe == 1);
     options_.insert(name, c);
-    optGrid->addWidget(c, k % 5, k / 5);
+    optGrid->addWidget(c, k / 4, k % 4);  // three rows leave the height to the grid
     ++k;
   }
   bottom->addWidget(fraOptionen, 1);
@@ -249,7 +272,7 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
     QPushButton* b = addButton(QString::fromLatin1(c));
     // Reached with Tab; a click leaves the focus where it was (on the grid).
     b->setFocusPolicy(Qt::TabFocus);
-    cmds->addWidget(b, n % 3, n / 3);
+    cmds->addWidget(b, n % 2, n / 2);  // two rows, as low as the options
     befehlsKnoepfe << b;
     ++n;
   }
@@ -391,6 +414,13 @@ void FrmBlockverwaltung::bilderSteuerelementeLaden(int anzahl) {
 
 void FrmBlockverwaltung::FormularAufGroesseAngleichen() {
   const int rows = qMax(1, model_.rows), cols = qMax(1, model_.columns);
+  // The grid scrolls up and down but is never cut at the side: its area is
+  // at least as wide as a row of readable pictures and the scroll bar.
+  const QSize mindestens(cols * kMinBildBreite, rows * kMinBildHoehe);
+  if (gridArea_->minimumSize() != mindestens) {
+    gridArea_->setMinimumSize(mindestens);
+    gridScroll_->setMinimumWidth(mindestens.width() + gridScroll_->verticalScrollBar()->sizeHint().width());
+  }
   const int h = gridArea_->height() / rows;  // intBilderHoehe
   const int w = gridArea_->width() / cols;   // intBilderBreite
   for (int i = 0; i < frames_.size(); ++i) {
@@ -398,10 +428,10 @@ void FrmBlockverwaltung::FormularAufGroesseAngleichen() {
     frames_[i]->setVisible(sichtbar);
     if (!sichtbar) continue;
     frames_[i]->setGeometry((i % cols) * w, (i / cols) * h, w, h);
-    slides_[i]->setGeometry(3, 3, qMax(1, w - 6), qMax(1, h - 6));
+    slides_[i]->setGeometry(kRand, kRand, qMax(1, w - 2 * kRand), qMax(1, h - 2 * kRand));
     marken_[i]->setGeometry(slides_[i]->geometry());
     marken_[i]->raise();
-    checks_[i]->move(5, 5);
+    checks_[i]->move(kRand + 2, kRand + 2);
     checks_[i]->raise();
   }
 }
@@ -434,6 +464,8 @@ void FrmBlockverwaltung::zeigen(const PageModel& m) {
     slides_[i]->setToolTip(s.slideFehler);
   }
   FormularAufGroesseAngleichen();
+  if (m.pos >= 0 && m.pos < frames_.size() && m.pos < m.intBilder)
+    gridScroll_->ensureWidgetVisible(frames_[m.pos], 0, 0);
   // The list.
   if (lisBlockBenennung_->count() != m.listEntries.size()) {
     lisBlockBenennung_->clear();

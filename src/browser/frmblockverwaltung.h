@@ -17,6 +17,7 @@ class QLabel;
 class QListWidget;
 class QMenu;
 class QPushButton;
+class QScrollArea;
 class QToolBar;
 
 namespace kolvane {
@@ -34,6 +35,10 @@ class FrmBlockverwaltung : public QMainWindow {
 
   // Draws a page model (Anzeigen's result).
   void zeigen(const PageModel& model);
+  // The coloured frame around a picture, and the smallest cell of the grid: a
+  // picture of 80 x 50 inside its frame.
+  static constexpr int kRand = 2;
+  static constexpr int kMinBildBreite = 80 + 2 * kRand, kMinBildHoehe = 50 + 2 * kRand;
   // Lays the grid out for the current size (FormularAufGroesseAngleichen).
   void FormularAufGroesseAngleichen();
 
@@ -51,6 +56,8 @@ class FrmBlockverwaltung : public QMainWindow {
   QListWidget* liste() const { return lisBlockBenennung_; }
   QComboBox* seitenCombo() const { return cboSeite_; }
   QWidget* bilder() const { return gridArea_; }
+  QScrollArea* bilderRollen() const { return gridScroll_; }
+  QToolBar* werkzeugleiste() const { return toolbar_; }
   // The crossed frame over picture i (shown when its slide can't be read).
   QWidget* defektMarke(int index) const { return index < marken_.size() ? marken_[index] : nullptr; }
   // Gives the grid the keyboard focus (the start, and after a dialog).
@@ -82,6 +89,7 @@ class FrmBlockverwaltung : public QMainWindow {
 
   Blockverwaltung& logic_;
   QWidget* gridArea_ = nullptr;
+  QScrollArea* gridScroll_ = nullptr;
   QVector<QFrame*> frames_;
   QVector<SlideView*> slides_;
   QVector<QCheckBox*> checks_;

@@ -24,6 +24,20 @@ QString Einfuegepunktwahl::sqlEinfuegepunkte(uint8_t ansicht, const QString& blo
          QStringLiteral(" tblBlockInfo WHERE Block like '") + block + QLatin1Char('\'');
 }
 
+std::vector<uint8_t> Einfuegepunktwahl::AnsichtenZurWahl(Connection& conn, const QString& block) {
+  Trace t(QStringLiteral("AnsichtenZurWahl"));
+  Recordset rs;
+  if (!rs.Open(QStringLiteral("SELECT AX1, AX2, AX3, AX4 FROM tblBlockInfo WHERE Block like '") + block +
+                   QLatin1Char('\''),
+               conn)) {
+    subErrorAllgemein(false, QStringLiteral("AnsichtenZurWahl"), rs.lastError());
+    return {};
+  }
+  if (rs.RecordCount() < 1) return {};
+  rs.MoveFirst();
+  return fctVorhandeneAnsichten(rs);
+}
+
 bool Einfuegepunktwahl::EinzufuegendeAnsichtBestimmenUndRsEinlesen(Connection& conn) {
   Trace t(QStringLiteral("EinzufuegendeAnsichtBestimmenUndRsEinlesen"));
   // 1. View 1 wins over view 2 when the two sources disagree.

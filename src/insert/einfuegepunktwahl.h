@@ -2,6 +2,7 @@
 #include <QString>
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "recordset.h"
 #include "variaeinfuegepkte.h"
@@ -47,6 +48,11 @@ class Einfuegepunktwahl {
 
   // The statement of the view's points, as the library is asked.
   static QString sqlEinfuegepunkte(uint8_t ansicht, const QString& block);
+
+  // The views the choice offers for a block (frmAnsichten's list): 0 and each
+  // further view that exists, by the library's one rule. Empty when the block
+  // has no row or the library can't be read (reported).
+  static std::vector<uint8_t> AnsichtenZurWahl(Connection& conn, const QString& block);
 
   // View 1 to 4 when frmAnsichten or the marked view names it (1 first), else
   // 0; then the view's points are read. False, reported, when they can't be.

@@ -36,14 +36,6 @@ QString vergleichsform(const QString& pfad) {
   return QDir::cleanPath(fctNativerPfad(pfad.trimmed()).replace(u'\\', u'/')).toLower();
 }
 
-// Whether view k of a row exists: AX<k> is set and not 0 ("0.1" of the
-// keystroke route counts).
-bool ansichtVorhanden(const QVariant& ax) {
-  if (!ax.isValid() || ax.isNull()) return false;
-  const QString s = ax.toString().trimmed();
-  return !s.isEmpty() && s != QLatin1String("0");
-}
-
 }  // namespace
 
 Bibliothek::Bibliothek(Settings& settings) : settings_(settings) {}
@@ -225,7 +217,8 @@ bool Bibliothek::fctBlockNamenErgaenzen() {
   // library costs one scan at each opening.
   QStringList fehlt{QStringLiteral("IFNULL(BLKNAME0, '') = ''")};
   for (int v = 1; v <= 4; ++v)
-    fehlt << QStringLiteral("(IFNULL(BLKNAME%1, '') = '' AND AX%1 IS NOT NULL AND AX%1 <> 0)").arg(v);
+    fehlt << QStringLiteral("(IFNULL(BLKNAME%1, '') = '' AND ").arg(v) + fctAnsichtVorhandenSql(v) +
+                 QLatin1Char(')');
   Recordset rs;
   if (!rs.Open(QStringLiteral("SELECT DISTINCT Nr, BLKNAME0, BLKNAME1, BLKNAME2, BLKNAME3, "
                               "BLKNAME4 FROM tblBlockInfo WHERE ") +
@@ -255,7 +248,7 @@ bool Bibliothek::fctBlockNamenErgaenzen() {
     for (int v = 0; v <= 4 && ok; ++v) {
       const QString spalte = QStringLiteral("BLKNAME%1").arg(v);
       if (!rs.text(spalte).isEmpty()) continue;
-      if (v > 0 && !ansichtVorhanden(zeile.value(QStringLiteral("AX%1").arg(v)))) continue;
+      if (!byteAnsichtVorhanden(zeile, v)) continue;
       const QString name = QStringLiteral("0000") + block + (v > 0 ? QString::number(v) : QString());
       if (!rs.Update(spalte, name)) {
         subErrorAllgemein(false, QStringLiteral("ConnectionUndRecordsetOeffnen"),
@@ -494,6 +487,7 @@ bool Bibliothek::NeueDatenbankEinfuegen(const QString& pfadEingabe) {
     return false;
   }
   const QString alt = settings_.strAktuelleDatenbank;
+  const QString alterOrdner = strAktuelleOrdnerNr;
   t.step(QStringLiteral("Recorssets und Verbindung zur Db schließen"));
   RecordsetsUndVerbindungSchliessen();
   if (hooks.lisBlockBenennungLeeren) hooks.lisBlockBenennungLeeren();
@@ -501,8 +495,13 @@ bool Bibliothek::NeueDatenbankEinfuegen(const QString& pfadEingabe) {
   if (!ConnectionUndRecordsetOeffnen()) {
     subMsgboxInfoZweizeilig(kLabelEinfuegenFehler1, kLabelEinfuegenFehler2);
     subMsgboxHinweisZweizeilig(kLabelEinfuegenHinweis1, kLabelEinfuegenHinweis2);
+    // The library that was open comes back on the folder it stood on, and the
+    // window, whose list was emptied, shows it again.
     settings_.strAktuelleDatenbank = alt;
-    if (!alt.isEmpty()) ConnectionUndRecordsetOeffnen();
+    if (!alt.isEmpty() && ConnectionUndRecordsetOeffnen()) {
+      if (!alterOrdner.isEmpty() && alterOrdner != strAktuelleOrdnerNr) fctOrdnerWechseln(alterOrdner);
+      if (hooks.ordnerAktualisieren) hooks.ordnerAktualisieren();
+    }
     return false;
   }
   t.step(QStringLiteral("aryVerzeichnisseDatenbank erweitern"));

@@ -325,4 +325,28 @@ bool fctConnectionOeffnen(Connection& conn, const QString& pfadOderDb, const QSt
   return false;
 }
 
+// --- views of a block ---
+
+bool fctAnsichtWertVorhanden(const QVariant& ax) {
+  if (!ax.isValid() || ax.isNull()) return false;
+  return !ax.toString().trimmed().isEmpty();
+}
+
+bool byteAnsichtVorhanden(const Recordset& rs, int k) {
+  if (k == 0) return true;
+  if (k < 0 || k > 4 || !rs.isOpen() || rs.isEOF() || rs.isBOF()) return false;
+  return fctAnsichtWertVorhanden(rs.value(QStringLiteral("AX") + QString::number(k)));
+}
+
+std::vector<uint8_t> fctVorhandeneAnsichten(const Recordset& rs) {
+  std::vector<uint8_t> ansichten{0};
+  for (int k = 1; k <= 4; ++k)
+    if (byteAnsichtVorhanden(rs, k)) ansichten.push_back(uint8_t(k));
+  return ansichten;
+}
+
+QString fctAnsichtVorhandenSql(int k) {
+  return QStringLiteral("(AX%1 IS NOT NULL AND TRIM(AX%1) <> '')").arg(k);
+}
+
 }  // namespace kolvane

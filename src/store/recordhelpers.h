@@ -1,6 +1,8 @@
 #pragma once
 #include <QString>
+#include <QVariant>
 #include <cstdint>
+#include <vector>
 
 namespace kolvane {
 
@@ -77,6 +79,20 @@ bool fctWertVersetzen(uint8_t bytNachOben, Recordset& rs, int position, const QS
 // stamm followed by the first free number, from the highest one in use.
 QString fctNaechsterFreierName(Connection& conn, const QString& tabelle, const QString& spalte,
                                const QString& stamm);
+
+// --- views of a block ---
+// View 0 always exists; view k (1 to 4) exists while AX<k>, the X of its point
+// A, holds a value. Deleting a view sets its columns to null. Point A at the
+// origin is a real point, so "0" counts, as does the "0.1" the keystroke route
+// stores; only null or a blank text means no view. Every place that asks
+// whether a view exists goes through these.
+bool fctAnsichtWertVorhanden(const QVariant& ax);
+// View k of the row the record set stands on (AX<k> must be selected).
+bool byteAnsichtVorhanden(const Recordset& rs, int k);
+// The views of that row, 0 first.
+std::vector<uint8_t> fctVorhandeneAnsichten(const Recordset& rs);
+// The same rule as an SQL condition on AX<k>.
+QString fctAnsichtVorhandenSql(int k);
 
 // --- connection ---
 // Opens the library file pfadOderDb. The server branch is not part of this

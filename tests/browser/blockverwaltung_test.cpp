@@ -1,5 +1,6 @@
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include "browsertest.h"
 #include "connection.h"
@@ -26,6 +27,15 @@ class BlockverwaltungTest : public BrowserTest {
     for (const QString& a : prompt_->asked)
       if (a.contains(text)) return true;
     return false;
+  }
+  // A folder row; returns its Nr.
+  int ordnerAnlegen(const QString& ordnerNr, const QString& name) {
+    Connection c;
+    EXPECT_TRUE(c.open(db_));
+    EXPECT_TRUE(c.execute("INSERT INTO tblOrdner (OrdnerNr, Ordnername, OrdnerRechte, NrTblDefMenue) "
+                          "VALUES (?, ?, 'Alle', 1)", {ordnerNr, name}));
+    QDir().mkpath(path("lib/" + ordnerNr));
+    return int(c.lastInsertId());
   }
   void seitenLoeschen() {
     Connection c;
@@ -80,6 +90,23 @@ TEST_F(BlockverwaltungTest, BackToStartGoesToTheNearestEarlierPageWithABlock) {
   bv_->GeheZuSeite(4, 0, "000");  // page 5
   bv_->combutZurueckAnfang_Click();
   EXPECT_EQ(bv_->s1, 1);
+}
+
+TEST_F(BlockverwaltungTest, BackToStartOntoABlockOnThePagesFirstSlot) {
+  blockAnlegen(20);      // first slot of page 2
+  blockAnlegen(60 + 19); // last slot of page 4
+  oeffnen();
+  bv_->GeheZuSeite(2, 0, "000");
+  bv_->combutZurueckAnfang_Click();
+  EXPECT_EQ(bv_->s1, 1);
+  EXPECT_NE(m().listEntries.value(0), Blockverwaltung::kFrei) << "the block is on the page shown";
+  bv_->GeheZuSeite(5, 0, "000");
+  bv_->combutZurueckAnfang_Click();
+  EXPECT_EQ(bv_->s1, 3) << "the nearest earlier page with a block";
+  bv_->combutZurueckAnfang_Click();
+  EXPECT_EQ(bv_->s1, 1);
+  bv_->combutZurueckAnfang_Click();
+  EXPECT_EQ(bv_->s1, 0);
 }
 
 TEST_F(BlockverwaltungTest, BackToStartWithoutBlocksGoesToPageOne) {
@@ -225,6 +252,47 @@ TEST_F(BlockverwaltungTest, ViewsCycleWhileTheButtonIsHeld) {
   EXPECT_FALSE(bv_->Timer2_Timer(true, at)) << "a single view doesn't cycle";
 }
 
+TEST_F(BlockverwaltungTest, AViewWithPointAAtTheOriginCyclesAndADeletedOneIsPassedOver) {
+  // View 1 deleted (its columns null), view 2 with point A at 0,0,0.
+  const QString c = blockAnlegen(0, "Schieber", 3);
+  const QString nurNull = blockAnlegen(1, "Nur Ursprung");
+  {
+    Connection conn;
+    ASSERT_TRUE(conn.open(db_));
+    ASSERT_TRUE(conn.execute("UPDATE tblBlockInfo SET AX1 = NULL, BlkName1 = NULL, AX2 = 0, AY2 = 0, AZ2 = 0 "
+                             "WHERE Block = ?", {c}));
+    ASSERT_TRUE(conn.execute("UPDATE tblBlockInfo SET AX3 = 0 WHERE Block = ?", {nurNull}));
+  }
+  oeffnen();
+  EXPECT_TRUE(m().enabled.value("combutAnsicht"));
+  EXPECT_TRUE(m().enabled.value("mnuBAnsichten"));
+  const QPoint at(50, 50);
+  bv_->sldBlockverwaltung_LButtonDown(0, at);
+  QStringList shown;
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_TRUE(bv_->Timer2_Timer(true, at));
+    shown << QFileInfo(bv_->cyclingSlide()).fileName();
+  }
+  EXPECT_EQ(shown, QStringList({c + "2.slb(2A)", c + ".slb(0A)", c + "2.slb(2A)"}));
+  // A block whose only further view has no slide library of its own shows the
+  // block's slide of that view.
+  bv_->sldBlockverwaltung_LButtonDown(1, at);
+  EXPECT_TRUE(m().enabled.value("combutAnsicht"));
+  ASSERT_TRUE(bv_->Timer2_Timer(true, at));
+  EXPECT_EQ(QFileInfo(bv_->cyclingSlide()).fileName(), nurNull + ".slb(3A)");
+  // Without any further view the command is off.
+  {
+    Connection conn;
+    ASSERT_TRUE(conn.open(db_));
+    ASSERT_TRUE(conn.execute("UPDATE tblBlockInfo SET AX3 = NULL WHERE Block = ?", {nurNull}));
+  }
+  oeffnen();
+  bv_->lisBlockBenennung_Click(1);
+  EXPECT_FALSE(m().enabled.value("combutAnsicht"));
+  bv_->sldBlockverwaltung_LButtonDown(1, at);
+  EXPECT_FALSE(bv_->Timer2_Timer(true, at));
+}
+
 TEST_F(BlockverwaltungTest, DoubleClickFollowsTheSetting) {
   blockAnlegen(0, "x");
   oeffnen();
@@ -278,6 +346,64 @@ TEST_F(BlockverwaltungTest, FailingLibraryLeavesTheOldOneOpen) {
   EXPECT_FALSE(bv_->comboxVerzeichnis_Click(path("kaputt/dbKolvane.mdb")));
   EXPECT_EQ(settings_->strAktuelleDatenbank, db_);
   EXPECT_TRUE(bv_->bibliothek().connDb.isOpen());
+}
+
+TEST_F(BlockverwaltungTest, TheRememberedFolderOpensEvenWhenItDoesNotSortFirst) {
+  ordnerAnlegen("001", "Alpha");
+  ordnerAnlegen("002", "Zeta");
+  blockAnlegen(20 + 5, "in Zeta", 1, "002");
+  blockAnlegen(0, "in Alpha", 1, "001");
+  Settings::writePosition(path("lib"), {"002", 1, 5});
+  for (int sortierung : {1, 0}) {  // by name, by order: Zeta is last either way
+    settings_->setup.lonOrdnerSortieren = sortierung;
+    oeffnen();
+    EXPECT_EQ(bv_->strAktuelleOrdnerNr(), "002") << sortierung;
+    EXPECT_EQ(m().folderName, "Zeta");
+    EXPECT_EQ(bv_->s1, 1);
+    EXPECT_EQ(bv_->pos, 5);
+    EXPECT_EQ(bv_->aktivierteBlocknummer, code(25, "002"));
+    EXPECT_EQ(m().listEntries.value(5), "in Zeta");
+    EXPECT_EQ(m().labNameDaten, "0000" + code(25, "002"));
+    // The folder combo lists Zeta where the library's order puts it.
+    EXPECT_EQ(m().folderNames.indexOf("Zeta"), 2);
+  }
+}
+
+TEST_F(BlockverwaltungTest, JumpToFolderAndPageByNumberAndByName) {
+  const int zeta = ordnerAnlegen("001", "Zeta Armaturen");
+  seiteAnlegen(3, "Ventile", zeta);
+  seiteAnlegen(4, "Flansche", zeta);
+  blockAnlegen(40 + 2, "Ventil", 1, "001");
+  oeffnen();
+  ASSERT_EQ(bv_->strAktuelleOrdnerNr(), "000");
+  // By number: page "3" is s1 2.
+  bv_->strOrdnerUebergabe = "Zeta";
+  bv_->varSeiteUebergabe = "3";
+  EXPECT_TRUE(bv_->fctAufOrdnerUndSeiteSpringen());
+  EXPECT_EQ(bv_->strAktuelleOrdnerNr(), "001");
+  EXPECT_EQ(bv_->s1, 2);
+  EXPECT_EQ(m().pageText, "Ventile");
+  EXPECT_EQ(m().listEntries.value(2), "Ventil");
+  EXPECT_EQ(bv_->strOrdnerUebergabe, "");
+  EXPECT_EQ(bv_->varSeiteUebergabe, "1");
+  // By name, from another folder.
+  bv_->GeheZuSeite(0, 0, "000");
+  ASSERT_TRUE(bv_->fctCboOrdnerNeuAnzeigen("Standard-Ordner", true));
+  bv_->strOrdnerUebergabe = "Zeta Armaturen";
+  bv_->varSeiteUebergabe = "Flansche";
+  EXPECT_TRUE(bv_->fctAufOrdnerUndSeiteSpringen());
+  EXPECT_EQ(bv_->strAktuelleOrdnerNr(), "001");
+  EXPECT_EQ(bv_->s1, 3);
+  EXPECT_EQ(m().labSeitenNummer, "4");
+  // An unknown page name stays in the folder on its first page; an unknown
+  // folder goes nowhere.
+  bv_->strOrdnerUebergabe = "Zeta";
+  bv_->varSeiteUebergabe = "Gibt es nicht";
+  EXPECT_FALSE(bv_->fctAufOrdnerUndSeiteSpringen());
+  bv_->strOrdnerUebergabe = "Omega";
+  bv_->varSeiteUebergabe = "2";
+  EXPECT_FALSE(bv_->fctAufOrdnerUndSeiteSpringen());
+  EXPECT_EQ(bv_->strAktuelleOrdnerNr(), "001");
 }
 
 TEST_F(BlockverwaltungTest, StoredPositionBeyondTheGridOpensSlotZero) {

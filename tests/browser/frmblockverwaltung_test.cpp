@@ -9,7 +9,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
@@ -225,10 +229,11 @@ TEST_F(FensterTest, DamagedSlideIsCrossedNamedInTheStatusBarAndKept) {
   EXPECT_EQ(bv_->slideFehler(bv_->slideAdresse("000\\" + gut + ".slb")), "");
 }
 
-TEST_F(FensterTest, SeventyTwoPicturesFillTheSmallestWindow) {
+TEST_F(FensterTest, SeventyTwoPicturesStayReadableInTheSmallestWindow) {
   settings_->setup.longAnzahlDerBilder = 7;
   for (int i = 0; i < 72; ++i) block(i, QStringLiteral("Teil %1").arg(i + 1));
   FrmBlockverwaltung& f = fenster(QSize(960, 700));
+  QApplication::processEvents();
   const QRect flaeche = f.bilder()->rect();
   QRegion belegt;
   for (int i = 0; i < 72; ++i) {
@@ -236,14 +241,47 @@ TEST_F(FensterTest, SeventyTwoPicturesFillTheSmallestWindow) {
     ASSERT_TRUE(f.rahmen(i)->isVisible()) << i;
     EXPECT_TRUE(flaeche.contains(r)) << i;
     EXPECT_FALSE(belegt.intersects(r)) << i;
-    EXPECT_GE(f.slide(i)->width(), 30) << i;
-    EXPECT_GE(f.slide(i)->height(), 25) << i;
+    EXPECT_GE(f.slide(i)->width(), 80) << i;
+    EXPECT_GE(f.slide(i)->height(), 50) << i;
     EXPECT_FALSE(f.defektMarke(i)->isVisible()) << i;
     belegt += r;
   }
+  // At this size the whole page is in view: nothing to scroll.
+  EXPECT_FALSE(f.bilderRollen()->verticalScrollBar()->isVisible());
+  EXPECT_FALSE(f.bilderRollen()->horizontalScrollBar()->isVisible());
+  // The toolbar fits: every entry has its button, none went behind the
+  // overflow arrow, and each is also in a menu.
+  QToolBar* leiste = f.werkzeugleiste();
+  ASSERT_FALSE(leiste->actions().isEmpty());
+  for (QAction* a : leiste->actions()) {
+    QWidget* knopf = leiste->widgetForAction(a);
+    ASSERT_NE(knopf, nullptr) << a->objectName().toStdString();
+    EXPECT_TRUE(knopf->isVisible()) << a->objectName().toStdString();
+    EXPECT_TRUE(leiste->rect().contains(knopf->geometry())) << a->objectName().toStdString();
+    bool imMenue = false;
+    for (QMenu* m : f.menuBar()->findChildren<QMenu*>())
+      if (m->actions().contains(a)) imMenue = true;
+    EXPECT_TRUE(imMenue) << a->objectName().toStdString();
+  }
+  EXPECT_EQ(f.action("mnuBBlockEinfuegen")->iconText(), labels().fctBeschriftFrmZuordnen("frmBlockverwaltung.cmbEinfuegen"));
+  EXPECT_EQ(f.action("mnuBBlockEinfuegen")->text(), labels().fctBeschriftFrmZuordnen("frmBlockverwaltung.mnuBBlockEinfuegen"));
   taste(Qt::Key_Down);
   EXPECT_EQ(bv_->pos, 9) << "a row of nine";
   bildSpeichern(&f, "raster72.png");
+
+  // Lower than that, the grid scrolls rather than shrinking the pictures,
+  // and the active picture is brought into view.
+  f.resize(960, 520);
+  QApplication::processEvents();
+  EXPECT_TRUE(f.bilderRollen()->verticalScrollBar()->isVisible());
+  EXPECT_GE(f.slide(0)->width(), 80);
+  EXPECT_GE(f.slide(0)->height(), 50);
+  taste(Qt::Key_End);
+  EXPECT_EQ(bv_->pos, 71);
+  QApplication::processEvents();
+  const QRect sichtbar(-f.bilder()->pos(), f.bilderRollen()->viewport()->size());
+  EXPECT_TRUE(sichtbar.contains(f.rahmen(71)->geometry()));
+  bildSpeichern(&f, "raster72-gerollt.png");
 }
 
 TEST_F(FensterTest, EveryButtonAndToolbarEntryHasItsTooltip) {

@@ -93,6 +93,23 @@ TEST_F(EinfuegepunktwahlTest, ViewChoiceAndItsPictures) {
   EXPECT_EQ(wahl_.byteBestimmenWelcheAnsichtEingefuegtWird, 0);
 }
 
+TEST_F(EinfuegepunktwahlTest, TheChoiceOffersAViewWhosePointAIsTheOrigin) {
+  const QString code = blockAnlegen(0, "Schieber");
+  punkteSetzen(code, 2, {{0, 0, 0}, {20, 0, 0}});
+  punkteSetzen(code, 4, {{5, 0, 0}});
+  spalteSetzen(code, "AX4", QVariant());  // view 4 deleted
+  oeffnen();
+  EXPECT_EQ(Einfuegepunktwahl::AnsichtenZurWahl(lib_->connDb, code), (std::vector<uint8_t>{0, 2}));
+  EXPECT_TRUE(Einfuegepunktwahl::AnsichtenZurWahl(lib_->connDb, "fehlt").empty());
+  // Taken, the view's two points show on the board.
+  prompt_->dialogResult("frmVariaEinfuegepkte", 1);
+  waehlen(code, 2);
+  EXPECT_EQ(wahl_.byteBestimmenWelcheAnsichtEingefuegtWird, 2);
+  EXPECT_EQ(wahl_.AnzahlEinfuegepunkte, 2);
+  EXPECT_EQ(wahl_.board.namen()[0], "2A");
+  EXPECT_EQ(prompt_->unexpected(), 0);
+}
+
 TEST_F(EinfuegepunktwahlTest, BoardWithTwoPointsAndTheMarkingBoard) {
   VariaEinfuegepkte b;
   b.Form_Load(1, 2, "/l/000/x1.slb", "/p/frei2.sld");

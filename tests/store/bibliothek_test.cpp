@@ -59,7 +59,7 @@ TEST_F(BibliothekTest, AnOlderLibraryIsMigratedAtItsFirstOpening) {
   ordnerAnlegen(c, "001", "Zeta");
   ordnerAnlegen(c, "002", "Alpha");
   const qint64 nr = blockAnlegen(c, "0010005", 2, "Winkel");
-  // View 0 always exists; 1 and 4 by their points; 2 (no point) and 3 (0) not.
+  // View 0 always exists; 1, 3 (point A at x 0) and 4 by their points; 2 (no point) not.
   ASSERT_TRUE(c.execute("UPDATE tblBlockInfo SET BlkName0 = NULL, AX1 = 5, AX3 = 0, AX4 = '0.1' "
                         "WHERE Nr = ?", {nr}));
   const qint64 benannt = blockAnlegen(c, "0010006", 2, "fertig");
@@ -82,7 +82,7 @@ TEST_F(BibliothekTest, AnOlderLibraryIsMigratedAtItsFirstOpening) {
   EXPECT_EQ(rs.text("BlkName0"), "00000010005");
   EXPECT_EQ(rs.text("BlkName1"), "000000100051");
   EXPECT_TRUE(rs.value("BlkName2").isNull());
-  EXPECT_TRUE(rs.value("BlkName3").isNull());
+  EXPECT_EQ(rs.text("BlkName3"), "000000100053");
   EXPECT_EQ(rs.text("BlkName4"), "000000100054");
   ASSERT_TRUE(fctRsEinlesenMitEinemKriterium(rs, b.connDb, "tblBlockInfo", "Nr", QString::number(benannt), 1));
   EXPECT_EQ(rs.text("BlkName0"), "Name0010006");
@@ -293,6 +293,45 @@ TEST_F(BibliothekTest, FilesThatAreNoLibraryAreRefused) {
   EXPECT_TRUE(b.rsOrdner.isOpen());
   EXPECT_EQ(settings_->aryVerzeichnisseDatenbank, QStringList{gut});
   EXPECT_FALSE(b.NeueDatenbankErstellen(path("jet/dbKolvane.mdb")));  // never over a file
+}
+
+TEST_F(BibliothekTest, AFailedAddReopensTheLibraryThatWasOpenOnItsFolder) {
+  const QString gut = einzige("gut");
+  {
+    Connection c;
+    ASSERT_TRUE(c.open(gut));
+    const qint64 id = ordnerAnlegen(c, "001", "Zeta");
+    blockAnlegen(c, "0010000", int(id));
+  }
+  // A library that passes the test but can't be taken over: another program
+  // holds it open in WAL mode, so it can't be put back to a plain journal.
+  const QString belegt = neueBibliothek("belegt");
+  Connection andere;
+  ASSERT_TRUE(andere.open(belegt));
+  ASSERT_TRUE(andere.execute("PRAGMA journal_mode=WAL"));
+  ASSERT_EQ(andere.scalar("SELECT COUNT(*) FROM tblOrdner").toInt(), 1);  // and reads in it
+  ASSERT_TRUE(Bibliothek::fctTestDb(belegt));
+
+  Bibliothek b(*settings_);
+  int geleert = 0, aktualisiert = 0;
+  b.hooks.lisBlockBenennungLeeren = [&] { ++geleert; };
+  b.hooks.ordnerAktualisieren = [&] { ++aktualisiert; };
+  ASSERT_TRUE(b.ConnectionUndRecordsetOeffnen());
+  ASSERT_TRUE(b.fctOrdnerWechseln("001"));  // not the folder of its ini
+  EXPECT_FALSE(b.NeueDatenbankEinfuegen(belegt));
+  EXPECT_TRUE(gefragt(Bibliothek::kLabelEinfuegenFehler1));
+  EXPECT_EQ(settings_->strAktuelleDatenbank, gut);
+  EXPECT_EQ(b.connDb.path(), gut);
+  EXPECT_EQ(b.strAktuelleOrdnerNr, "001");
+  EXPECT_EQ(b.strAktuellerOrdnerName, "Zeta");
+  EXPECT_EQ(b.rsBlockInfo0.RecordCount(), 1);
+  EXPECT_EQ(settings_->aryVerzeichnisseDatenbank, QStringList{gut});
+  EXPECT_EQ(geleert, 1);
+  EXPECT_EQ(aktualisiert, 1) << "the emptied window is shown the library again";
+  // Once the other program lets go, the same library is added.
+  andere.close();
+  EXPECT_TRUE(b.NeueDatenbankEinfuegen(belegt));
+  EXPECT_EQ(b.connDb.path(), belegt);
 }
 
 TEST_F(BibliothekTest, ASeventhLibraryPushesTheOldestOut) {

@@ -170,3 +170,36 @@ TEST_F(RecordHelpersTest, ConnectionOeffnen) {
 
 }  // namespace
 }  // namespace kolvane
+
+namespace kolvane {
+namespace {
+
+TEST_F(RecordHelpersTest, AViewExistsWhileItsPointAHasAnX) {
+  blockAnlegen(conn_, "0000000", 1);
+  // View 1 at the origin, 2 never made, 3 from the keystroke route, 4 blank text.
+  ASSERT_TRUE(conn_.execute("UPDATE tblBlockInfo SET AX1 = 0, AX3 = '0.1', AX4 = ' '"));
+  Recordset rs;
+  ASSERT_TRUE(rs.Open("SELECT AX1, AX2, AX3, AX4 FROM tblBlockInfo", conn_));
+  rs.MoveFirst();
+  EXPECT_TRUE(byteAnsichtVorhanden(rs, 0));
+  EXPECT_TRUE(byteAnsichtVorhanden(rs, 1)) << "a point at x 0 is a point";
+  EXPECT_FALSE(byteAnsichtVorhanden(rs, 2));
+  EXPECT_TRUE(byteAnsichtVorhanden(rs, 3));
+  EXPECT_FALSE(byteAnsichtVorhanden(rs, 4));
+  EXPECT_EQ(fctVorhandeneAnsichten(rs), (std::vector<uint8_t>{0, 1, 3}));
+  // The SQL form picks the same views.
+  for (int k = 1; k <= 4; ++k)
+    EXPECT_EQ(conn_.scalar("SELECT COUNT(*) FROM tblBlockInfo WHERE " + fctAnsichtVorhandenSql(k)).toInt(),
+              byteAnsichtVorhanden(rs, k) ? 1 : 0)
+        << "view " << k;
+  // Deleting a view nulls its columns: gone. Past the last row nothing exists.
+  ASSERT_TRUE(conn_.execute("UPDATE tblBlockInfo SET AX1 = NULL"));
+  ASSERT_TRUE(rs.Requery());
+  rs.MoveFirst();
+  EXPECT_FALSE(byteAnsichtVorhanden(rs, 1));
+  rs.MoveNext();
+  EXPECT_EQ(fctVorhandeneAnsichten(rs), std::vector<uint8_t>{0});
+}
+
+}  // namespace
+}  // namespace kolvane

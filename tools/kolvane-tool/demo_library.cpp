@@ -87,7 +87,7 @@ struct Zeichner {
 struct DemoBlock {
   QString m0;
   QString name;
-  std::vector<std::function<void(Zeichner&)>> ansichten;  // view 0 first
+  std::vector<std::function<void(Zeichner&)>> ansichten;  // view 0 first; empty: no such view
   std::vector<std::vector<Point>> punkte;                 // per view: A, B, ...
   QString layer, lyColor, lyLine;
   QStringList karte;  // M1..M3
@@ -155,6 +155,11 @@ void schalter(Zeichner& z, double s) {
   z.linie(7 * s, 7 * s, 16 * s, 16 * s, 1);
   z.linie(16 * s, 16 * s, 19 * s, 13 * s, 1);
 }
+void schieber(Zeichner& z, double s) {
+  z.vieleck({{0, 0}, {0, 10 * s}, {20 * s, 0}, {20 * s, 10 * s}}, true, 5);
+  z.linie(10 * s, 0, 10 * s, 10 * s, 5);
+  z.rechteck(7 * s, 12 * s, 6 * s, 4 * s, 5);
+}
 // A side view of a fitting: a plain box with a stem.
 void seite(Zeichner& z, double s) {
   z.rechteck(0, 0, 20 * s, 10 * s, 4);
@@ -183,6 +188,13 @@ std::vector<std::vector<DemoBlock>> demoOrdner() {
                          {{{0, 0, 0}, {30 * s, 0, 0}, {0, 30 * s, 0}, {-30 * s, 0, 0}}},
                          {}, {}, {}, {QString("DN%1").arg(nenn), "PN16", "Stahl"}});
   }
+  // A gate valve with a side view as view 2 and no view 1: view 2's point A is
+  // the origin of its drawing.
+  ordner[0].push_back({QStringLiteral("Schieber DN50"), QStringLiteral("Schieber_DN50"),
+                       {[](Zeichner& z) { schieber(z, 1); }, {}, [](Zeichner& z) { seite(z, 1); }},
+                       {{{0, 0, 0}, {20, 0, 0}}, {}, {{0, 0, 0}, {20, 0, 0}}},
+                       QStringLiteral("Armaturen"), QStringLiteral("5"), QStringLiteral("Continuous"),
+                       {"DN50", "PN16", "Grauguss"}});
   // Folder 001: electrics.
   for (int i = 1; i <= 6; ++i) {
     const double s = 0.6 + 0.2 * i;
@@ -253,6 +265,7 @@ bool blockSchreiben(Connection& conn, const QString& lib, const QString& ordnerN
   werte << code << ordnerNr + "\\" + code + ".slb" << ordnerID << b.m0 << b.karte.value(0) << b.karte.value(1)
         << b.karte.value(2) << b.layer << b.lyColor << b.lyLine;
   for (size_t v = 0; v < b.ansichten.size(); ++v) {
+    if (!b.ansichten[v]) continue;
     Zeichner z;
     b.ansichten[v](z);
     const QString ziffer = QString::number(v);
