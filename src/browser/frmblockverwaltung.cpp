@@ -66,8 +66,9 @@ QColor rahmenFarbe(FrameColor c, const QPalette& p) {
 }
 
 // Lies over a thumbnail whose slide can't be shown: a crossed frame, so a
-// damaged slide never looks like an empty drawing. The mouse goes through to
-// the slide below.
+// damaged slide never looks like an empty drawing. Amber, so it stands apart
+// from the red frame of the active picture. The mouse goes through to the
+// slide below.
 class DefektMarke : public QWidget {
  public:
   explicit DefektMarke(QWidget* parent) : QWidget(parent) {
@@ -79,7 +80,7 @@ class DefektMarke : public QWidget {
   void paintEvent(QPaintEvent*) override {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(QColor(220, 40, 40), 2));
+    p.setPen(QPen(QColor(255, 170, 0), 2));
     const QRectF r = QRectF(rect()).adjusted(1, 1, -1, -1);
     p.drawRect(r);
     p.drawLine(r.topLeft(), r.bottomRight());
