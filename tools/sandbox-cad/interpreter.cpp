@@ -137,7 +137,6 @@ void Interpreter::error(const QString& text) {
   errors_ << text;
   std::fprintf(stderr, "[error] %s\n", qPrintable(text));
   std::fflush(stderr);
-  emit errorLine(text);
 }
 
 void Interpreter::setLanguage(Language l) {
@@ -162,7 +161,6 @@ Ask Interpreter::prompt(const QString& command, const QString& key,
   Ask a;
   a.prompt = text(command, key, args);
   if (const PromptRow* r = PromptTable::instance().find(command, key)) a.keywords = r->keywords;
-  a.table = command + QLatin1Char('/') + key;
   return a;
 }
 
@@ -179,9 +177,7 @@ Task<bool> Interpreter::modalDialog(const QString& title) {
   Ask a;
   a.prompt = title + QStringLiteral(": ");
   a.text = true;
-  modalAsk_ = true;
   const Answer x = co_await ask(a);
-  modalAsk_ = false;
   modal_ = false;
   co_return x.kind != Answer::Word || x.text.isEmpty() ||
       x.text.compare(QLatin1String("ok"), Qt::CaseInsensitive) == 0;
@@ -899,7 +895,6 @@ void Interpreter::finishActive() {
 void Interpreter::abortActive() {
   message(text(QStringLiteral("*"), QStringLiteral("cancel")));
   modal_ = false;
-  modalAsk_ = false;
   script_.clear();
   feed_.clear();
   if (inLisp_) lispAborted_ = true;

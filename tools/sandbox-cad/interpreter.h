@@ -40,7 +40,6 @@ struct Ask {
   // refused and the question comes again, unless free words are asked too
   // (`word`: a name, a file).
   QList<Keyword> keywords;
-  QString table;  // command and key of the table row, "-INSERT/point", for the error texts
 };
 
 struct Answer {
@@ -220,7 +219,6 @@ class Interpreter : public QObject, private lisp::Environment {
   void commandEnded(const QString& name);
   void lispEnded();
   void quitRequested();
-  void errorLine(const QString& line);
   // Nothing more can be done without new input (finished, or waiting for the user).
   void settled();
   void inputArrived();
@@ -314,7 +312,6 @@ class Interpreter : public QObject, private lisp::Environment {
   Language language_ = Language::German;
   bool feedPending_ = false;
   bool modal_ = false;
-  bool modalAsk_ = false;
   QString modalTitle_;
   QString lastCommand_;  // what Return at the command prompt repeats
   QMap<QString, int> ints_;
