@@ -22,6 +22,8 @@
 #include "diagnostics.h"
 #include "einfuegen.h"
 #include "einfuegenanbindung.h"
+#include "neuerblock.h"
+#include "neuerblockanbindung.h"
 #include "eventsink.h"
 #include "frmblockverwaltung.h"
 #include "frmstartfenster.h"
@@ -199,6 +201,7 @@ Programm::Programm(Environment env, HostAnbinder anbinder)
 }
 
 Programm::~Programm() {
+  neuerBlock_.reset();
   einfuegen_.reset();
   frm_.reset();
   bv_.reset();
@@ -402,6 +405,12 @@ bool Programm::Form_Load() {
   };
   bv_->hooks.cmbEinfuegen = [this] { einfuegen_->cmbEinfuegen_Click(); };
   einfuegenAnbinden(*frm_, *einfuegen_, cad_->istLT());
+  // The new block: button and menu; the start service waits while it runs.
+  neuerBlock_ = std::make_unique<NeuerBlock>(s, *bv_, *cad_);
+  neuerBlock_->hooks.ablauf = [this](bool laeuft) {
+    if (start_) start_->setAblaufLaeuft(laeuft);
+  };
+  neuerBlockAnbinden(*frm_, *neuerBlock_, *cad_);
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

@@ -19,6 +19,7 @@ class Blockverwaltung;
 class CadBridge;
 class Desktop;
 class Einfuegen;
+class NeuerBlock;
 class FrmBlockverwaltung;
 class Host;
 class StartService;
@@ -84,6 +85,7 @@ class Programm : public QObject {
   FrmBlockverwaltung* fenster() { return frm_.get(); }
   StartService* startService() { return start_.get(); }
   Einfuegen* einfuegen() { return einfuegen_.get(); }
+  NeuerBlock* neuerBlock() { return neuerBlock_.get(); }
 
   bool bytBeenden = false;
   bool bytLaedtNoch = false;
@@ -118,6 +120,7 @@ class Programm : public QObject {
   std::unique_ptr<CadBridge> cad_;
   std::unique_ptr<FrmBlockverwaltung> frm_;
   std::unique_ptr<Einfuegen> einfuegen_;
+  std::unique_ptr<NeuerBlock> neuerBlock_;
   std::unique_ptr<StartService> start_;
   std::unique_ptr<QLockFile> sperre_;
   std::unique_ptr<QTranslator> qtUebersetzung_;

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
+#include <csignal>
 #include <cstdlib>
 
 #include "inifile.h"
@@ -204,6 +205,12 @@ QStringList traceSlots() {
     out << (s.step.isEmpty() ? s.routine : s.routine + ": " + s.step);
   }
   return out;
+}
+
+void fctHaltepunkt(const char* schritt) {
+  static const QByteArray ziel = qgetenv("KOLVANE_HALTEPUNKT");
+  if (ziel.isEmpty() || ziel != schritt) return;
+  std::raise(SIGKILL);
 }
 
 }  // namespace kolvane

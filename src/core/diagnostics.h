@@ -76,4 +76,10 @@ QStringList traceSlots();
 // known the fallback in the temporary root.
 QString errorFilePath();
 
+// A named step of a flow that writes several files and rows. When the
+// environment variable KOLVANE_HALTEPUNKT names it, the process is killed
+// there without any clean-up, as a crash or a power cut would end it: the
+// tests of crash safety start the program so.
+void fctHaltepunkt(const char* schritt);
+
 }  // namespace kolvane

@@ -8,6 +8,7 @@
 #include "labels.h"
 #include "layout.h"
 #include "msgbox.h"
+#include "neuanlagejournal.h"
 #include "paths.h"
 #include "prefix.h"
 #include "prompt.h"
@@ -94,6 +95,16 @@ bool Bibliothek::ConnectionUndRecordsetOeffnen() {
                       QStringLiteral("Die Datei %1 ist keine Kolvane-Datenbank.").arg(pfad));
     connDb.close();
     return false;
+  }
+
+  // A new block that a killed run left half-stored is finished or taken back
+  // before anything reads the library.
+  if (!booSchreibgeschuetzt) {
+    switch (fctNeuanlageAufraeumen(connDb, VerzeichnisOhneDb)) {
+      case Aufraeumen::Fertiggestellt: subMsgboxInfoZweizeilig(930, 931); break;
+      case Aufraeumen::Zurueckgenommen: subMsgboxInfoZweizeilig(930, 932); break;
+      default: break;
+    }
   }
 
   // 4. Folders.

@@ -3,10 +3,12 @@
 //   sandbox-cad [--socket NAME] [--open DRAWING] [--picks FILE] [--script FILE]
 //               [--keystroke] [--title TEXT] [--version-text TEXT] [--user-delay MS]
 //               [--screenshot FILE] [--language de|en] [--feed-pending] [--user-on-poll]
+//               [--history FILE]
 //   sandbox-cad --batch [--open DRAWING] [--picks FILE] --script FILE [--save OUT.dxf]
 //               [--language de|en]
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QTextStream>
 #include <QTimer>
 #include <cstdio>
@@ -85,8 +87,12 @@ int main(int argc, char** argv) {
       QStringLiteral("user-on-poll"),
       QStringLiteral("The picks file answers right after the program polls a key, not after "
                      "the user's delay."));
+  const QCommandLineOption history(
+      QStringLiteral("history"),
+      QStringLiteral("Write every line of the command line history to this file as it comes."),
+      QStringLiteral("FILE"));
   for (const auto& o : {batch, open, picks, script, save, socket, keystroke, title, version, delay,
-                        shot, language, feedPending, userOnPoll})
+                        shot, language, feedPending, userOnPoll, history})
     p.addOption(o);
   p.process(app);
   const QString lang = p.value(language).toLower();
@@ -124,6 +130,19 @@ int main(int argc, char** argv) {
     }
     in.setUserMode(Interpreter::UserMode::Scripted);
     in.setUserDelay(p.isSet(delay) ? p.value(delay).toInt() : lt ? 2000 : 300);
+  }
+
+  // The history as the user reads it, for tests that check what was asked.
+  QFile historyFile(p.value(history));
+  if (p.isSet(history)) {
+    if (!historyFile.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+      std::fprintf(stderr, "sandbox-cad: can't write %s\n", qPrintable(p.value(history)));
+      return 1;
+    }
+    QObject::connect(&in, &Interpreter::lineAdded, &in, [&historyFile](const QString& line) {
+      historyFile.write((line + QLatin1Char('\n')).toUtf8());
+      historyFile.flush();
+    });
   }
 
   MainWindow window(in);

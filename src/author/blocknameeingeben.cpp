@@ -1,0 +1,36 @@
+#include "blocknameeingeben.h"
+
+#include "connection.h"
+#include "diagnostics.h"
+#include "msgbox.h"
+
+namespace kolvane {
+
+bool BlocknameEingeben::fctNameVariaBlockVorhanden(const QString& name) {
+  // Bound, not spliced: a name may hold quotes.
+  return conn_
+             .scalar(QStringLiteral("SELECT COUNT(*) FROM tblVariationBloecke WHERE BlockName LIKE ?"),
+                     {name})
+             .toInt() > 0;
+}
+
+bool BlocknameEingeben::cmbOk_Click() {
+  Trace t(QStringLiteral("frmBlocknameEingeben.cmbOk"));
+  if (txtBlocknameEingeben.size() > kMaxLaenge) {
+    subMsgboxInfoEinzeilig(304);
+    return false;
+  }
+  if (variante) {
+    if (txtBlocknameEingeben.trimmed().isEmpty()) {
+      subMsgboxInfoEinzeilig(136);
+      return false;
+    }
+    if (fctNameVariaBlockVorhanden(txtBlocknameEingeben)) {
+      subMsgboxInfoEinzeilig(57);
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace kolvane
