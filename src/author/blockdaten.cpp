@@ -174,7 +174,8 @@ bool subBlockdatenInDatenbankAbspeichernVariante(Blockverwaltung& bv, Neuanlage&
   }
   const QVariant blockNr = lib.rsBlockInfo0.value(QStringLiteral("Nr"));
   Recordset& rs = lib.rsVariaBloecke;
-  if (!rs.isOpen() && !lib.fctRsVariaBloeckeEinlesen(blockNr.toInt())) return false;
+  // Read for this block each time: the set may still hold another block's variants.
+  if (!lib.fctRsVariaBloeckeEinlesen(blockNr.toInt())) return false;
   // Compared row by row, not by a criterion: a name may hold quotes.
   auto vergeben = [&rs](const QString& name) {
     for (rs.MoveFirst(); !rs.isEOF(); rs.MoveNext())

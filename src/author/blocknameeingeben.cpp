@@ -7,10 +7,17 @@
 namespace kolvane {
 
 bool BlocknameEingeben::fctNameVariaBlockVorhanden(const QString& name) {
-  // Bound, not spliced: a name may hold quotes.
+  // Bound, not spliced: a name may hold quotes. LIKE compares every letter
+  // without case; its wildcards are escaped, "_" and "%" are characters of a
+  // name.
+  QString muster = name;
+  muster.replace(u'\\', QStringLiteral("\\\\"))
+      .replace(u'%', QStringLiteral("\\%"))
+      .replace(u'_', QStringLiteral("\\_"));
   return conn_
-             .scalar(QStringLiteral("SELECT COUNT(*) FROM tblVariationBloecke WHERE BlockName LIKE ?"),
-                     {name})
+             .scalar(QStringLiteral("SELECT COUNT(*) FROM tblVariationBloecke WHERE BlockName LIKE ? "
+                                    "ESCAPE '\\'"),
+                     {muster})
              .toInt() > 0;
 }
 

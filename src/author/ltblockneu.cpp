@@ -43,7 +43,7 @@ NeuerBlock::Ende NeuerBlock::ACadLtBlockNeu() {
   // 2./3. Places in the library, and the files in the temporary directory.
   QDir(temp()).removeRecursively();
   if (!QDir().mkpath(temp())) {
-    subMsgboxInfoEinzeilig(labels().fctBeschriftFrmZuordnen(937) + u'\r' + QDir::toNativeSeparators(temp()));
+    subMsgboxInfoEinzeilig(labels().fctBeschriftMsgboxZuordnen(937) + u'\r' + QDir::toNativeSeparators(temp()));
     return Ende::Abbruch;
   }
   const QString code = blockCode();

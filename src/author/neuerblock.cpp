@@ -29,7 +29,7 @@ namespace {
 
 const QString kAuswahlSatz = QStringLiteral("SS6");
 
-QString text(int nr) { return labels().fctBeschriftFrmZuordnen(nr); }
+QString text(int nr) { return labels().fctBeschriftMsgboxZuordnen(nr); }
 
 QString punktText(const HostPoint& p) {
   std::array<QString, 3> s;
@@ -396,8 +396,9 @@ NeuerBlock::Ende NeuerBlock::bildausschnittAbfragen() {
   h->clearError();
   // 22. The name, when the setup asks for it.
   if (settings_.setup.longAbfrageBlocknameBeimErzeugen == 1) {
+    // The keys are typed with wait: the host has worked them when the call
+    // returns, so no pause follows.
     SendKeys(b_, QStringLiteral("{ESC}"), true);
-    subPause(b_, 500);
     if (!blocknameDialog(false)) {
       abbruch();
       return Ende::Abbruch;
@@ -445,7 +446,6 @@ NeuerBlock::Ende NeuerBlock::slidesUndBibliothek() {
   }
   // 26.
   SendKeys(b_, QStringLiteral("{ESC}"), true);
-  subPause(b_, 500);
   n.bytAbbrechen = 0;
   // 27. The frame shown for approval.
   if (settings_.setup.longVorschaudiaBeimErzeugen == 1) {

@@ -54,13 +54,18 @@ QString fctJournalPfad(const QString& bibliothek) {
 }
 
 bool fctJournalSchreiben(const QString& bibliothek, const NeuanlageJournal& j) {
+  // A line break or TAB in a name would end its field: such a journal could
+  // not be read back, so it is not written.
+  QStringList felder{j.block, j.variaName};
+  for (const auto& d : j.dateien) felder << d.first << d.second;
+  for (const QString& feld : felder)
+    if (feld.contains(u'\n') || feld.contains(u'\r') || feld.contains(u'\t')) {
+      subErrorAllgemein(false, QStringLiteral("fctJournalSchreiben"),
+                        QStringLiteral("Ein Pfad enthält einen Zeilenumbruch oder Tabulator: ") + feld);
+      return false;
+    }
   QSaveFile f(fctJournalPfad(bibliothek));
-  QString text = QStringLiteral("Block=") + j.block + u'\n' + QStringLiteral("Ansicht=") +
-                 QString::number(j.ansicht) + u'\n' + QStringLiteral("Variante=") +
-                 (j.variante ? u'1' : u'0') + u'\n' + QStringLiteral("VariaName=") + j.variaName +
-                 u'\n';
-  for (const auto& d : j.dateien) text += QStringLiteral("Datei=") + d.first + u'\t' + d.second + u'\n';
-  if (!f.open(QIODevice::WriteOnly) || f.write(text.toUtf8()) < 0 || !f.commit()) {
+  if (!f.open(QIODevice::WriteOnly) || f.write(fctJournalAlsText(j)) < 0 || !f.commit()) {
     subErrorAllgemein(false, QStringLiteral("fctJournalSchreiben"),
                       QStringLiteral("Das Journal der Neuanlage kann nicht geschrieben werden: ") +
                           f.fileName() + QStringLiteral(" (") + f.errorString() + u')');
@@ -71,30 +76,9 @@ bool fctJournalSchreiben(const QString& bibliothek, const NeuanlageJournal& j) {
 
 bool fctJournalLesen(const QString& bibliothek, NeuanlageJournal& j) {
   QFile f(fctJournalPfad(bibliothek));
-  if (!f.open(QIODevice::ReadOnly)) return false;
-  j = NeuanlageJournal{};
-  bool block = false;
-  for (const QString& zeile : QString::fromUtf8(f.readAll()).split(u'\n')) {
-    const qsizetype gleich = zeile.indexOf(u'=');
-    if (gleich < 0) continue;
-    const QString k = zeile.left(gleich);
-    const QString v = zeile.mid(gleich + 1);
-    if (k == QLatin1String("Block")) {
-      j.block = v;
-      block = !v.isEmpty();
-    } else if (k == QLatin1String("Ansicht")) {
-      j.ansicht = v.toInt();
-    } else if (k == QLatin1String("Variante")) {
-      j.variante = v == QLatin1String("1");
-    } else if (k == QLatin1String("VariaName")) {
-      j.variaName = v;
-    } else if (k == QLatin1String("Datei")) {
-      const QStringList teile = v.split(u'\t');
-      if (teile.size() != 2 || teile[0].isEmpty() || teile[1].isEmpty()) return false;
-      j.dateien << qMakePair(teile[0], teile[1]);
-    }
-  }
-  return block && j.ansicht >= 0 && j.ansicht <= 4 && !j.dateien.isEmpty();
+  // A journal is a few lines; anything far larger is no journal of ours.
+  if (!f.open(QIODevice::ReadOnly) || f.size() > 64 * 1024) return false;
+  return fctJournalAusText(f.readAll(), j);
 }
 
 bool fctJournalLoeschen(const QString& bibliothek) {

@@ -1,4 +1,5 @@
 #pragma once
+#include <QByteArray>
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -13,7 +14,9 @@ class Connection;
 // the journal; the next opening of the library finishes the block when its
 // row stands and its files are still at hand, and otherwise takes back what
 // half arrived. So the library never holds a row without its files nor files
-// without their row.
+// without their row. (A further view that replaces an existing one is told
+// apart from the old one by its AX column only, which the old view already
+// set: such a run is always finished, never taken back.)
 struct NeuanlageJournal {
   QString block;            // the slot's code
   int ansicht = 0;          // the view made; 0 a new block
@@ -22,6 +25,10 @@ struct NeuanlageJournal {
   // The moves, temporary file to its place in the library.
   QList<QPair<QString, QString>> dateien;
 };
+
+// The journal as text, and back; false when the text is no whole journal.
+QByteArray fctJournalAlsText(const NeuanlageJournal& j);
+bool fctJournalAusText(const QByteArray& daten, NeuanlageJournal& j);
 
 // <library>/Neuanlage.journal
 QString fctJournalPfad(const QString& bibliothek);
