@@ -21,6 +21,7 @@
 #include "eventsink.h"
 #include "remotedesktop.h"
 #include "remotehost.h"
+#include "sandboxbridge.h"
 #include "sandboxprocess.h"
 #include "settings.h"
 
@@ -30,29 +31,6 @@ namespace {
 using ::testing::HasSubstr;
 
 constexpr int kBound = 20000;  // no call and no wait of a test goes beyond this
-
-// The window side with a bound: once the time is up, Escape reads as pressed.
-class BoundedDesktop : public Desktop {
- public:
-  explicit BoundedDesktop(Desktop& d) : d_(d) { timer_.start(); }
-  QList<DesktopWindow> topLevelWindows() override { return d_.topLevelWindows(); }
-  bool appActivate(const QString& t) override { return d_.appActivate(t); }
-  quint64 foregroundWindow() override { return d_.foregroundWindow(); }
-  bool setForegroundWindow(quint64 h) override { return d_.setForegroundWindow(h); }
-  bool bringWindowToTop(quint64 h) override { return d_.bringWindowToTop(h); }
-  quint64 findWindow(const QString& t) override { return d_.findWindow(t); }
-  quint64 activeWindow() override { return d_.activeWindow(); }
-  bool sendKeys(const QString& k, bool w) override { return d_.sendKeys(k, w); }
-  int16_t getAsyncKeyState(int vk) override {
-    if (timer_.elapsed() > kBound) return vk == 27 ? 1 : 0;
-    return d_.getAsyncKeyState(vk);
-  }
-  QPoint cursorPos() override { return d_.cursorPos(); }
-
- private:
-  Desktop& d_;
-  QElapsedTimer timer_;
-};
 
 class EinfuegenE2E : public EinfuegenTest {
  protected:

@@ -16,6 +16,7 @@
 #include "ltscript.h"
 #include "remotedesktop.h"
 #include "remotehost.h"
+#include "sandboxbridge.h"
 #include "sandboxprocess.h"
 #include "slidereader.h"
 
@@ -33,31 +34,6 @@ bool waitFor(F done) {
     QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
   return done();
 }
-
-// The window side with a bound: once the test's time is up, Escape reads as
-// pressed, so every polling loop of the program ends.
-class BoundedDesktop : public Desktop {
- public:
-  explicit BoundedDesktop(Desktop& d) : d_(d) { timer_.start(); }
-  bool expired() const { return timer_.elapsed() > kBound; }
-  QList<DesktopWindow> topLevelWindows() override { return d_.topLevelWindows(); }
-  bool appActivate(const QString& t) override { return d_.appActivate(t); }
-  quint64 foregroundWindow() override { return d_.foregroundWindow(); }
-  bool setForegroundWindow(quint64 h) override { return d_.setForegroundWindow(h); }
-  bool bringWindowToTop(quint64 h) override { return d_.bringWindowToTop(h); }
-  quint64 findWindow(const QString& t) override { return d_.findWindow(t); }
-  quint64 activeWindow() override { return d_.activeWindow(); }
-  bool sendKeys(const QString& k, bool w) override { return d_.sendKeys(k, w); }
-  int16_t getAsyncKeyState(int vk) override {
-    if (expired()) return vk == 27 ? 1 : 0;
-    return d_.getAsyncKeyState(vk);
-  }
-  QPoint cursorPos() override { return d_.cursorPos(); }
-
- private:
-  Desktop& d_;
-  QElapsedTimer timer_;
-};
 
 class SandboxE2E : public KolvaneTest {
  protected:
