@@ -323,6 +323,16 @@ TEST_F(NeuerBlockE2E, TheKeystrokeRouteWritesOneSlideAndTheDrawing) {
   EXPECT_TRUE(s.slideFehler.isEmpty()) << s.slideFehler.toStdString();
 }
 
+TEST_F(NeuerBlockE2E, EscapeAtTheKeystrokeRoutesBasePointLeavesTheLibraryAsItWas) {
+  starten("ESC\n", true);
+  const QStringList vorher = bestand();
+  neu_->combutNeu_Click();
+  EXPECT_TRUE(gezeigt(97));
+  EXPECT_EQ(bestand(), vorher);
+  EXPECT_FALSE(QFileInfo::exists(temp()));
+  zeichnungWieVorher(true);
+}
+
 // Escape or cancel at each step: the library byte for byte as it was, the
 // temporary directory gone, the drawing and the host as before.
 struct Abbruch {
