@@ -30,6 +30,7 @@
 #include "inifile.h"
 #include "kolvanetest.h"
 #include "labels.h"
+#include "neuerblock.h"
 #include "programm.h"
 #include "qtprompt.h"
 #include "startservice.h"
@@ -159,6 +160,17 @@ TEST_F(ProgrammTest, CloseAndRestartComeBackToFolderPageAndSlot) {
   EXPECT_EQ(programm_->browser()->s1, 3);
   EXPECT_EQ(programm_->browser()->pos, 5);
   EXPECT_EQ(programm_->browser()->strAktuelleOrdnerNr(), "000");
+}
+
+// The second main job is on the window: "Neu" on a free slot, off on a block.
+TEST_F(ProgrammTest, NewBlockIsOfferedOnAFreeSlot) {
+  starten();
+  ASSERT_EQ(main({}, path("bib")), -1);
+  ASSERT_TRUE(programm_->neuerBlock());
+  FrmBlockverwaltung* f = programm_->fenster();
+  ASSERT_TRUE(f->button("combutNeu"));
+  EXPECT_TRUE(f->button("combutNeu")->isEnabled());
+  EXPECT_TRUE(f->action("mnuBBlockNeu")->isEnabled());
 }
 
 TEST_F(ProgrammTest, ClosingAsksAndNoKeepsTheProgram) {
