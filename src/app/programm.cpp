@@ -24,6 +24,7 @@
 #include "einfuegenanbindung.h"
 #include "neuerblock.h"
 #include "neuerblockanbindung.h"
+#include "ansichtenanbindung.h"
 #include "eventsink.h"
 #include "frmblockverwaltung.h"
 #include "frmstartfenster.h"
@@ -411,6 +412,8 @@ bool Programm::Form_Load() {
     if (start_) start_->setAblaufLaeuft(laeuft);
   };
   neuerBlockAnbinden(*frm_, *neuerBlock_, *cad_);
+  // The views: shown, inserted, made on the block's slot, deleted.
+  ansichtenAnbinden(*frm_, *bv_, *einfuegen_, *neuerBlock_, {});
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

@@ -151,7 +151,9 @@ bool BlockdatenInDatenbankAbspeichernAnsichten(Blockverwaltung& bv, Neuanlage& n
   if (ok && istLT) {
     ok = zeile.setValue(QStringLiteral("AX") + QString::number(k), QStringLiteral("0.1"));
   } else if (ok) {
-    ok = punkteSetzen(zeile, n, k, n.bytVarianteGewaehlt == 1);
+    // A replaced view keeps none of its old points: letters beyond the new
+    // count would otherwise still count as points without slides.
+    ok = punkteSetzen(zeile, n, k, true);
   }
   ok = ok && zeile.setValue(QStringLiteral("BlkName") + QString::number(k), n.strBlockName) &&
        zeile.Update();
