@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   NeuanlageJournal wieder;
   if (!fctJournalAusText(fctJournalAlsText(j), wieder)) std::abort();
   if (wieder.block != j.block || wieder.ansicht != j.ansicht || wieder.variante != j.variante ||
-      wieder.dateien != j.dateien)
+      wieder.ersetzen != j.ersetzen || wieder.dateien != j.dateien)
     std::abort();
   return 0;
 }

@@ -413,7 +413,7 @@ bool Programm::Form_Load() {
   };
   neuerBlockAnbinden(*frm_, *neuerBlock_, *cad_);
   // The views: shown, inserted, made on the block's slot, deleted.
-  ansichtenAnbinden(*frm_, *bv_, *einfuegen_, *neuerBlock_, {});
+  ansichtenAnbinden(*frm_, *bv_, *einfuegen_, *neuerBlock_, *cad_, {});
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

@@ -166,6 +166,27 @@ bool BlockdatenInDatenbankAbspeichernAnsichten(Blockverwaltung& bv, Neuanlage& n
   return true;
 }
 
+bool BlockdatenInDatenbankAbspeichernAnsichten2(Blockverwaltung& bv, const Neuanlage& n, uint8_t bytViewToSave,
+                                                int bytNumberOfSlides, uint8_t bytClearEntrys) {
+  Trace t(QStringLiteral("BlockdatenInDatenbankAbspeichernAnsichten2"));
+  Connection& c = bv.bibliothek().connDb;
+  const int k = bytViewToSave;
+  Recordset zeile;
+  if (!c.begin()) return false;
+  bool ok = fctRsEinlesenMitEinemKriterium(zeile, c, QStringLiteral("tblBlockInfo"), QStringLiteral("Block"),
+                                           bv.aktivierteBlocknummer, 0) &&
+            zeile.RecordCount() > 0;
+  if (ok && bytClearEntrys == 1)
+    for (int j = 0; j < 6; ++j)
+      for (char a : {'X', 'Y', 'Z'}) ok = zeile.setValue(spalte(j, a, k), 0.0) && ok;
+  for (int j = 0; ok && j < bytNumberOfSlides && j < 6; ++j)
+    for (int a = 0; a < 3; ++a)
+      ok = zeile.setValue(spalte(j, "XYZ"[a], k), n.Einfuegepunkte[size_t(j)][size_t(a)]) && ok;
+  ok = ok && zeile.Update();
+  return abschliessen(c, ok, QStringLiteral("BlockdatenInDatenbankAbspeichernAnsichten2"),
+                      QStringLiteral("Die Einfügepunkte konnten nicht gespeichert werden"));
+}
+
 bool subBlockdatenInDatenbankAbspeichernVariante(Blockverwaltung& bv, Neuanlage& n,
                                                  const std::function<QString()>& nameFrage) {
   Trace t(QStringLiteral("subBlockdatenInDatenbankAbspeichernVariante"));

@@ -21,6 +21,11 @@ bool BlockdatenInDatenbankAbspeichern(Blockverwaltung& bv, Neuanlage& n, bool is
 // A view 1 to 4 (n.byteZuErstellendeAnsicht) of the active block: its points
 // and name; on the keystroke route AX<k> "0.1" and the name.
 bool BlockdatenInDatenbankAbspeichernAnsichten(Blockverwaltung& bv, Neuanlage& n, bool istLT);
+// Renews the points of one view of the active block: with bytClearEntrys
+// every letter's columns become 0 first, then the first bytNumberOfSlides
+// points are written.
+bool BlockdatenInDatenbankAbspeichernAnsichten2(Blockverwaltung& bv, const Neuanlage& n, uint8_t bytViewToSave,
+                                                int bytNumberOfSlides, uint8_t bytClearEntrys);
 // A variant of the active block. `nameFrage` asks for another name when the
 // name is taken (frmBlocknameEingeben again): the new name, or "" to keep it.
 bool subBlockdatenInDatenbankAbspeichernVariante(Blockverwaltung& bv, Neuanlage& n,

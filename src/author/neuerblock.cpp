@@ -395,7 +395,7 @@ NeuerBlock::Ende NeuerBlock::bildausschnittAbfragen() {
   h->zoomWindow(n.pZ1, n.pZ2);
   h->clearError();
   // 22. The name, when the setup asks for it.
-  if (settings_.setup.longAbfrageBlocknameBeimErzeugen == 1) {
+  if (!nurPunkte_ && settings_.setup.longAbfrageBlocknameBeimErzeugen == 1) {
     // The keys are typed with wait: the host has worked them when the call
     // returns, so no pause follows.
     SendKeys(b_, QStringLiteral("{ESC}"), true);
@@ -405,7 +405,7 @@ NeuerBlock::Ende NeuerBlock::bildausschnittAbfragen() {
     }
   }
   // 23.
-  if (n.byteZuErstellendeAnsicht == 0) {
+  if (!nurPunkte_ && n.byteZuErstellendeAnsicht == 0) {
     const size_t i = size_t(bv_.s1) * size_t(bv_.intBilder) + size_t(bv_.pos);
     if (i < bv_.aryTBloecke.size()) bv_.aryTBloecke[i].BlkName0 = n.strBlockName;
   }
@@ -564,13 +564,16 @@ NeuerBlock::Ende NeuerBlock::speichern() {
   return Ende::Fertig;
 }
 
-bool NeuerBlock::dateienInDieBibliothek(const std::function<bool()>& zeileSchreiben) {
+bool NeuerBlock::dateienInDieBibliothek(const std::function<bool()>& zeileSchreiben, bool nurSlides) {
   Trace t(QStringLiteral("DateienAusTempVerschieben"));
   NeuanlageJournal j;
   j.block = bv_.aktivierteBlocknummer;
   j.ansicht = n.byteZuErstellendeAnsicht;
   j.variante = n.bytVarianteAnlegen == 1;
-  if (j.variante) {
+  j.ersetzen = nurSlides;
+  if (nurSlides) {
+    j.dateien << qMakePair(n.strTempSpeicherOrtSlideLib, n.SpeicherOrtSlideLib);
+  } else if (j.variante) {
     j.variaName = n.strVariaBlockName;
     j.dateien << qMakePair(n.TempBlockzeichnung, n.strVariaDwgVerzeichnis);
   } else {

@@ -60,6 +60,11 @@ class NeuerBlock {
 
   // The whole command, on the route of the host.
   void combutNeu_Click();
+  // New insertion points of a view of the active block, picked in the drawing
+  // the host has open (the block's own, opened for editing), and its slides
+  // shot anew; with bytNurSlide only the slides, at the stored points. The
+  // drawing's base point moves to the new point A; its file stays.
+  void NewInsertPointsAnSlide(uint8_t ansicht, bool bytNurSlide);
   bool laeuft() const { return laeuft_; }
 
   // A free file name for a variant's drawing: suffix + the code's last four
@@ -82,7 +87,9 @@ class NeuerBlock {
   Ende bildausschnittAbfragen();
   Ende slidesUndBibliothek();
   Ende speichern();
-  bool dateienInDieBibliothek(const std::function<bool()>& zeileSchreiben);
+  bool dateienInDieBibliothek(const std::function<bool()>& zeileSchreiben, bool nurSlides = false);
+  bool SetInsertPointsToP1P6(uint8_t ansicht);
+  bool vorbereiten();
   bool blocknameDialog(bool variante);
   void abbruch(int meldung = 0);
   void undoMarke();
@@ -101,6 +108,7 @@ class NeuerBlock {
   bool laeuft_ = false;
   bool filediaGesetzt_ = false;
   bool marke_ = false;  // an undo mark of this run stands
+  bool nurPunkte_ = false;  // new points of a stored view: no name, no drawing
 };
 
 }  // namespace kolvane

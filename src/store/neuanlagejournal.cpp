@@ -96,6 +96,14 @@ Aufraeumen fctNeuanlageAufraeumen(Connection& conn, const QString& bibliothek) {
     return Aufraeumen::Verworfen;
   }
   t.step(QStringLiteral("Block ") + j.block + QStringLiteral(" Ansicht ") + QString::number(j.ansicht));
+  if (j.ersetzen) {
+    // New files of a block that stays: what is at hand is moved, and the user
+    // needs no word, since the block stands either way.
+    for (const auto& d : j.dateien)
+      if (QFileInfo::exists(d.first)) MoveAFile(d.first, d.second);
+    fctJournalLoeschen(bibliothek);
+    return Aufraeumen::Verworfen;
+  }
   if (!zeileSteht(conn, j)) {
     // Killed before the row: the files never left the temporary directory.
     fctJournalLoeschen(bibliothek);

@@ -22,6 +22,9 @@ struct NeuanlageJournal {
   int ansicht = 0;          // the view made; 0 a new block
   bool variante = false;    // a variant's drawing (row in tblVariationBloecke)
   QString variaName;        // its file name (BlockDateiName)
+  // Files of a block that stays (new slides of a view): what is at hand is
+  // moved, without a word to the user; no row is ever taken back.
+  bool ersetzen = false;
   // The moves, temporary file to its place in the library.
   QList<QPair<QString, QString>> dateien;
 };

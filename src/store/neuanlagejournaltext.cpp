@@ -8,7 +8,7 @@ QByteArray fctJournalAlsText(const NeuanlageJournal& j) {
   QString text = QStringLiteral("Block=") + j.block + u'\n' + QStringLiteral("Ansicht=") +
                  QString::number(j.ansicht) + u'\n' + QStringLiteral("Variante=") +
                  (j.variante ? u'1' : u'0') + u'\n' + QStringLiteral("VariaName=") + j.variaName +
-                 u'\n';
+                 u'\n' + QStringLiteral("Ersetzen=") + (j.ersetzen ? u'1' : u'0') + u'\n';
   for (const auto& d : j.dateien) text += QStringLiteral("Datei=") + d.first + u'\t' + d.second + u'\n';
   return text.toUtf8();
 }
@@ -29,6 +29,8 @@ bool fctJournalAusText(const QByteArray& daten, NeuanlageJournal& j) {
       j.ansicht = v.toInt(&ansicht);
     } else if (k == QLatin1String("Variante")) {
       j.variante = v == QLatin1String("1");
+    } else if (k == QLatin1String("Ersetzen")) {
+      j.ersetzen = v == QLatin1String("1");
     } else if (k == QLatin1String("VariaName")) {
       j.variaName = v;
     } else if (k == QLatin1String("Datei")) {

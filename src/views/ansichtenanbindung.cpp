@@ -1,6 +1,7 @@
 #include "ansichtenanbindung.h"
 
 #include "ansichtenloeschen.h"
+#include "bearbeiten.h"
 #include "ansichtenneu.h"
 #include "ansichtenzeigen.h"
 #include "bibliothek.h"
@@ -27,13 +28,13 @@ bool belegt(Blockverwaltung& bv) {
 }  // namespace
 
 void ansichtenAnbinden(FrmBlockverwaltung& frm, Blockverwaltung& bv, Einfuegen& ins, NeuerBlock& neu,
-                       std::function<bool(const QString& code, int ansicht)> variantenLoeschen) {
+                       CadBridge& b, std::function<bool(const QString& code, int ansicht)> variantenLoeschen) {
   auto bilder = [&bv] {
     return fctAnsichtenLesen(bv.bibliothek(), bv.aktivierteBlocknummer, bv.frei2());
   };
 
   // frmAnsichten: insert a view, or make a further one.
-  auto zeigen = [&frm, &bv, &ins, &neu, bilder] {
+  auto zeigen = [&frm, &bv, &ins, &neu, &b, bilder] {
     if (!belegt(bv)) return;
     AnsichtenZeigen logik;
     logik.bilder = bilder();
@@ -42,15 +43,27 @@ void ansichtenAnbinden(FrmBlockverwaltung& frm, Blockverwaltung& bv, Einfuegen& 
       ins.cmbEinfuegen_Click();
       ins.wahl.byteAktivierteAnsicht = 0;
     };
-    bool neueAnsicht = false;
-    logik.neueAnsicht = [&neueAnsicht] { neueAnsicht = true; };
-    FrmAnsichten f(QStringLiteral("frmAnsichten"), logik,
-                   {{QStringLiteral("cmbEinfuegen"), [&logik] { return logik.cmbEinfuegen_Click(); }},
-                    {QStringLiteral("mnuBBlock"), [&logik] { return logik.mnuBBlock_Click(); }}},
-                   &frm);
+    // What works in the host runs once the dialog is closed.
+    std::function<void()> danach;
+    logik.neueAnsicht = [&danach, &neu] { danach = [&neu] { neu.combutNeu_Click(); }; };
+    auto mitAnsicht = [&logik, &danach](std::function<void(int)> was) {
+      return [&logik, &danach, was] {
+        if (!logik.bilder[size_t(logik.gewaehlt)].vorhanden) return false;
+        danach = [was, k = logik.gewaehlt] { was(k); };
+        return true;
+      };
+    };
+    FrmAnsichten f(
+        QStringLiteral("frmAnsichten"), logik,
+        {{QStringLiteral("cmbEinfuegen"), [&logik] { return logik.cmbEinfuegen_Click(); }},
+         {QStringLiteral("mnuBBlock"), [&logik] { return logik.mnuBBlock_Click(); }},
+         {QStringLiteral("mnuBBlockEdit"), mitAnsicht([&bv, &b](int k) { EditKolvaneDwgFile(bv, b, uint8_t(k)); })},
+         {QStringLiteral("cmbEinfuegepunkte"),
+          mitAnsicht([&neu](int k) { neu.NewInsertPointsAnSlide(uint8_t(k), false); })},
+         {QStringLiteral("cmbSlides"), mitAnsicht([&neu](int k) { neu.NewInsertPointsAnSlide(uint8_t(k), true); })}},
+        &frm);
     prompt().dialog(QStringLiteral("frmAnsichten"), [&f] { return f.exec(); });
-    // The new block command runs once the dialog is closed.
-    if (neueAnsicht) neu.combutNeu_Click();
+    if (danach) danach();
   };
 
   // frmAnsichtenLoeschen.
@@ -72,16 +85,18 @@ void ansichtenAnbinden(FrmBlockverwaltung& frm, Blockverwaltung& bv, Einfuegen& 
   };
 
   auto vorher = frm.befehl;
-  frm.befehl = [vorher, zeigen, loeschen](const QString& befehl) {
+  frm.befehl = [vorher, zeigen, loeschen, &bv, &b](const QString& befehl) {
     if (befehl == QLatin1String("combutAnsicht"))
       zeigen();
+    else if (befehl == QLatin1String("mnuBBlockBearbeiten"))
+      EditKolvaneDwgFile(bv, b, 0);
     else if (befehl == QLatin1String("combutLoeschen") || befehl == QLatin1String("mnuBBlockLoeschen"))
       loeschen();
     else if (vorher)
       vorher(befehl);
   };
-  for (const char* b : {"combutAnsicht", "combutLoeschen", "mnuBBlockLoeschen"})
-    frm.setImplementiert(QLatin1String(b), true);
+  for (const char* c : {"combutAnsicht", "combutLoeschen", "mnuBBlockLoeschen", "mnuBBlockBearbeiten"})
+    frm.setImplementiert(QLatin1String(c), true);
 
   // The new block command on an occupied slot: which view.
   neu.hooks.frmAnsichtenNeu = [&frm, &bv, bilder](Neuanlage& n) {

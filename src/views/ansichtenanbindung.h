@@ -5,6 +5,7 @@
 namespace kolvane {
 
 class Blockverwaltung;
+class CadBridge;
 class Einfuegen;
 class FrmBlockverwaltung;
 class NeuerBlock;
@@ -14,7 +15,9 @@ class NeuerBlock;
 // mnuBBlockLoeschen delete a view or the block, and the new block command on
 // an occupied slot asks which view it makes. `variantenLoeschen` removes the
 // variants of a view (-1: all) after asking; false when the user kept them.
+// mnuBBlockBearbeiten opens the block's drawing in the host; the views dialog
+// also opens a view's drawing, and renews a view's points or its slides.
 void ansichtenAnbinden(FrmBlockverwaltung& frm, Blockverwaltung& bv, Einfuegen& ins, NeuerBlock& neu,
-                       std::function<bool(const QString& code, int ansicht)> variantenLoeschen);
+                       CadBridge& b, std::function<bool(const QString& code, int ansicht)> variantenLoeschen);
 
 }  // namespace kolvane

@@ -112,6 +112,25 @@ TEST_F(NeuanlageJournalTest, FilesLostTheBlockIsTakenBack) {
   EXPECT_FALSE(da(fctJournalPfad(bib_)));
 }
 
+// New slides of a block that stays: moved when the file is at hand, else
+// dropped; the block and its old slides are never taken back.
+TEST_F(NeuanlageJournalTest, NewSlidesOfAStayingBlockAreFinishedOrDroppedNeverTakenBack) {
+  blockAnlegen(conn_, "00001", 1);
+  j_.ersetzen = true;
+  j_.dateien.removeLast();
+  writeFile(j_.dateien[0].second, "old slides");
+  ASSERT_TRUE(fctJournalSchreiben(bib_, j_));
+  EXPECT_EQ(fctNeuanlageAufraeumen(conn_, bib_), Aufraeumen::Verworfen);
+  EXPECT_EQ(zeilen(), 1);
+  EXPECT_EQ(readFile(j_.dateien[0].second), "old slides");
+
+  writeFile(j_.dateien[0].first, "new slides");
+  ASSERT_TRUE(fctJournalSchreiben(bib_, j_));
+  EXPECT_EQ(fctNeuanlageAufraeumen(conn_, bib_), Aufraeumen::Verworfen);
+  EXPECT_EQ(readFile(j_.dateien[0].second), "new slides");
+  EXPECT_EQ(zeilen(), 1);
+}
+
 TEST_F(NeuanlageJournalTest, AFurtherViewTakenBackClearsItsColumnsOnly) {
   blockAnlegen(conn_, "00001", 1);
   ASSERT_TRUE(conn_.execute("UPDATE tblBlockInfo SET AX0 = 1, AX2 = 5, BY2 = 6, BlkName2 = 'S' "

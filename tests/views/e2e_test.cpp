@@ -8,6 +8,10 @@
 #include "ansichtenloeschen.h"
 #include "ansichtenneu.h"
 #include "ansichtenzeigen.h"
+#include "bearbeiten.h"
+#include "commandchannel.h"
+#include "neuanlagejournal.h"
+#include "remotehost.h"
 #include "layout.h"
 #include "neuerblocke2e.h"
 
@@ -166,6 +170,80 @@ TEST_F(AnsichtenE2E, ViewZeroIsNeverReplacedAndAnExistingViewIsReplacedWhole) {
   const auto verzeichnis = readSlideLibraryDirectory(readFile(bib_ + "/000/" + code_ + "2.slb"));
   ASSERT_TRUE(verzeichnis);
   EXPECT_EQ(verzeichnis->size(), 1u);
+}
+
+// Editing: the block's drawing opened in the host, changed and saved gives new
+// slides; new insertion points of view 0 move B, and a later insert by B
+// lands with the new B at the pick.
+TEST_F(AnsichtenE2E, AnEditedDrawingGivesNewSlidesAndNewPointsMovePointB) {
+  starten(block() + kRahmen + "0,0\n40,0\nENTER\n" + kRahmen + "120,80\n");
+  const QString anderes = path("anderes.dwg");
+  blockMachen();
+  ASSERT_TRUE(SendCommand(*bridge_, "._-wblock " + anderes + "\r*\r"));
+  const QByteArray altesDia = readFile(slb());
+
+  // The drawing in the host, a circle more, saved.
+  ASSERT_TRUE(EditKolvaneDwgFile(*bv_, *bridge_, 0));
+  EXPECT_EQ(QFileInfo(sb_->host()->activeDocumentFullName()), QFileInfo(dwg()));
+  ASSERT_TRUE(SendCommand(*bridge_, "._circle 30,20 3\r"));
+  ASSERT_TRUE(SendCommand(*bridge_, "._qsave\r"));
+  // Only the slides: at the stored point, in a new frame.
+  rahmenBestaetigen();
+  neu_->NewInsertPointsAnSlide(0, true);
+  EXPECT_NE(readFile(slb()), altesDia);
+  EXPECT_EQ(wert("AX0").toDouble(), 10);
+  EXPECT_TRUE(roterPunkt(slb(), "0A"));
+
+  // New points A (0,0) and B (40,0): the base point follows A; the user saves.
+  rahmenBestaetigen();
+  neu_->NewInsertPointsAnSlide(0, false);
+  EXPECT_EQ(wert("AX0").toDouble(), 0);
+  EXPECT_EQ(wert("BX0").toDouble(), 40);
+  const auto verzeichnis = readSlideLibraryDirectory(readFile(slb()));
+  ASSERT_TRUE(verzeichnis);
+  EXPECT_EQ(verzeichnis->size(), 2u);
+  ASSERT_TRUE(SendCommand(*bridge_, "._qsave\r"));
+  sandbox::Drawing block;
+  QString fehler;
+  ASSERT_TRUE(sandbox::readDxfFile(dwg(), block, &fehler)) << fehler.toStdString();
+  EXPECT_EQ(block.insbase, (sandbox::Point{0, 0, 0}));
+  EXPECT_EQ(block.entities.size(), 4u);
+  EXPECT_FALSE(QFileInfo::exists(temp()));
+  EXPECT_FALSE(QFileInfo::exists(fctJournalPfad(bib_)));
+
+  // Back in another drawing, the block by its point B.
+  ASSERT_TRUE(sb_->host()->openDocument(anderes));
+  prompt_->dialogResult("frmVariaEinfuegepkte", 1, [this] { ins_->wahl.board.sldVariaEinfuegepkte_MouseDown(1); });
+  settings_->setup.longEinfuegenLayer0 = 0;
+  ins_->cmbEinfuegen_Click();
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = nullptr;
+  for (const sandbox::Entity& e : d.entities)
+    if (e.type == sandbox::EntityType::Insert) r = &e;
+  ASSERT_TRUE(r);
+  EXPECT_EQ(r->p1, (sandbox::Point{120 - 40, 80, 0}));
+  EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
+}
+
+TEST_F(AnsichtenE2E, EscapeAndCancelWhileRenewingPointsOrSlidesLeaveTheLibraryAsItWas) {
+  starten(block() + "ESC\nESC\n" + "5,5\nESC\n" + "ESC\n" + "-10,-10\nESC\n" + kRahmen);
+  blockMachen();
+  ASSERT_TRUE(EditKolvaneDwgFile(*bv_, *bridge_, 0));
+  const QStringList vorher = bestand();
+  neu_->NewInsertPointsAnSlide(0, false);  // Escape twice at point A
+  EXPECT_EQ(bestand(), vorher);
+  neu_->NewInsertPointsAnSlide(0, false);  // Escape at point B
+  EXPECT_EQ(bestand(), vorher);
+  neu_->NewInsertPointsAnSlide(0, true);   // Escape at the first corner
+  EXPECT_EQ(bestand(), vorher);
+  neu_->NewInsertPointsAnSlide(0, true);   // Escape at the second corner
+  EXPECT_EQ(bestand(), vorher);
+  prompt_->dialogResult("frmBildausschnittAnpassen", 0);
+  neu_->NewInsertPointsAnSlide(0, true);   // the frame not kept
+  EXPECT_EQ(bestand(), vorher);
+  EXPECT_FALSE(QFileInfo::exists(temp()));
+  EXPECT_EQ(sb_->host()->getVariable("filedia").toInt(), 1);
+  EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
 }
 
 // Cancel in the chooser, and Escape in the view's picks: nothing changes.
