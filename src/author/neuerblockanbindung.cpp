@@ -26,15 +26,7 @@ void neuerBlockAnbinden(FrmBlockverwaltung& frm, NeuerBlock& neu, CadBridge& b) 
   neu.hooks.frmBildausschnittAnpassen = [&frm, &b](Bildausschnitt& l) {
     return zeigeBildausschnittAnpassen(l, b, &frm);
   };
-  neu.hooks.hauptform = [&frm](bool sichtbar) {
-    if (!sichtbar) {
-      frm.hide();
-      return;
-    }
-    frm.show();
-    frm.raise();
-    frm.activateWindow();
-  };
+  neu.hooks.hauptform = [&frm](bool sichtbar) { frm.hauptformZeigen(sichtbar); };
 }
 
 }  // namespace kolvane

@@ -589,4 +589,14 @@ void FrmBlockverwaltung::closeEvent(QCloseEvent* e) {
   e->accept();
 }
 
+void FrmBlockverwaltung::hauptformZeigen(bool sichtbar) {
+  if (!sichtbar) {
+    hide();
+    return;
+  }
+  show();
+  raise();
+  activateWindow();
+}
+
 }  // namespace kolvane

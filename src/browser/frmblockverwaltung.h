@@ -35,6 +35,9 @@ class FrmBlockverwaltung : public QMainWindow {
 
   // Draws a page model (Anzeigen's result).
   void zeigen(const PageModel& model);
+  // The main form steps aside while the user works in the host (false) and
+  // comes back to the front (true).
+  void hauptformZeigen(bool sichtbar);
   // The coloured frame around a picture, and the smallest cell of the grid: a
   // picture of 80 x 50 inside its frame.
   static constexpr int kRand = 2;

@@ -53,15 +53,7 @@ void einfuegenAnbinden(FrmBlockverwaltung& frm, Einfuegen& einfuegen, bool istLT
     frm.activateWindow();
     return ergebnis;
   };
-  einfuegen.hooks.hauptform = [&frm](bool sichtbar) {
-    if (!sichtbar) {
-      frm.hide();
-      return;
-    }
-    frm.show();
-    frm.raise();
-    frm.activateWindow();
-  };
+  einfuegen.hooks.hauptform = [&frm](bool sichtbar) { frm.hauptformZeigen(sichtbar); };
 }
 
 }  // namespace kolvane
