@@ -11,6 +11,7 @@
 #include "commandchannel.h"
 #include "diagnostics.h"
 #include "eventsink.h"
+#include "msgbox.h"
 #include "neuerblock.h"
 #include "recordhelpers.h"
 #include "recordset.h"
@@ -41,7 +42,12 @@ bool NeuerBlock::SetInsertPointsToP1P6(uint8_t ansicht) {
 }
 
 void NeuerBlock::NewInsertPointsAnSlide(uint8_t ansicht, bool bytNurSlide) {
-  if (laeuft_ || b_.istLT()) return;
+  if (laeuft_) return;
+  if (b_.istLT()) {
+    // Points can't be picked without the host's automation.
+    subMsgboxInfoEinzeilig(942);
+    return;
+  }
   laeuft_ = true;
   if (hooks.ablauf) hooks.ablauf(true);
   Trace t(QStringLiteral("NewInsertPoints"));
