@@ -25,6 +25,8 @@
 #include "neuerblock.h"
 #include "neuerblockanbindung.h"
 #include "ansichtenanbindung.h"
+#include "varianten.h"
+#include "variantenanbindung.h"
 #include "eventsink.h"
 #include "frmblockverwaltung.h"
 #include "frmstartfenster.h"
@@ -413,7 +415,12 @@ bool Programm::Form_Load() {
   };
   neuerBlockAnbinden(*frm_, *neuerBlock_, *cad_);
   // The views: shown, inserted, made on the block's slot, deleted.
-  ansichtenAnbinden(*frm_, *bv_, *einfuegen_, *neuerBlock_, *cad_, {});
+  ansichtenAnbinden(*frm_, *bv_, *einfuegen_, *neuerBlock_, *cad_, [this](const QString& code, int ansicht) {
+    return fctVariaBloeckeLoeschen(bv_->bibliothek(), code, ansicht);
+  });
+  // The variants: the green frame, the insert's question, making one.
+  variantenAnbinden(*bv_, *einfuegen_, *neuerBlock_, frm_.get());
+  variantenBefehlAnbinden(*frm_, *neuerBlock_);
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

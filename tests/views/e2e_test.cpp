@@ -9,6 +9,9 @@
 #include "ansichtenneu.h"
 #include "ansichtenzeigen.h"
 #include "bearbeiten.h"
+#include "frmblockverwaltung.h"
+#include "variaeinfuegen.h"
+#include "variantenanbindung.h"
 #include "commandchannel.h"
 #include "neuanlagejournal.h"
 #include "remotehost.h"
@@ -243,6 +246,79 @@ TEST_F(AnsichtenE2E, EscapeAndCancelWhileRenewingPointsOrSlidesLeaveTheLibraryAs
   EXPECT_EQ(bestand(), vorher);
   EXPECT_FALSE(QFileInfo::exists(temp()));
   EXPECT_EQ(sb_->host()->getVariable("filedia").toInt(), 1);
+  EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
+}
+
+// A variant made from the block's variants (mnuBVarianten): the page frame
+// turns green, and the insert asks which drawing and places the variant's.
+TEST_F(AnsichtenE2E, AVariantTurnsTheFrameGreenAndTheInsertPlacesItsDrawing) {
+  starten(block() + "30,30\n" + kAuswahl + "120,80\n");
+  blockMachen();
+  FrmBlockverwaltung frm(*bv_);
+  variantenAnbinden(*bv_, *ins_, *neu_, &frm);
+  variantenBefehlAnbinden(frm, *neu_);
+  EXPECT_EQ(bv_->model().activeFrame, FrameColor::Red);
+
+  prompt_->dialogResult("frmVariaNeu", 1);
+  prompt_->dialogResult("frmBlocknameEingeben", 1, [this] {
+    neu_->blockname()->txtBlocknameEingeben = "Flansch lang";
+    EXPECT_TRUE(neu_->blockname()->cmbOk_Click());
+  });
+  frm.befehl("mnuBVarianten");
+  EXPECT_EQ(bv_->model().activeFrame, FrameColor::Green);
+  zeichnungWieVorher();
+
+  prompt_->dialogResult("frmVariaEinfuegen", 1, [] {
+    ASSERT_TRUE(VariaEinfuegen::offen());
+    ASSERT_EQ(VariaEinfuegen::offen()->namen().value(1), "Flansch lang");
+    VariaEinfuegen::offen()->gewaehlt = 1;
+  });
+  settings_->setup.longEinfuegenLayer0 = 0;
+  settings_->setup.longVariantenfrage = 1;
+  ins_->cmbEinfuegen_Click();
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = nullptr;
+  for (const sandbox::Entity& e : d.entities)
+    if (e.type == sandbox::EntityType::Insert) r = &e;
+  ASSERT_TRUE(r);
+  EXPECT_EQ(r->blockName, "Flansch_lang");
+  EXPECT_EQ(r->p1, (sandbox::Point{120, 80, 0}));
+  EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
+}
+
+// A library of the older layout: the variants of a view in its list file of
+// fixed records (Windows-1252), the drawing's path relative to the folder.
+TEST_F(AnsichtenE2E, AnOldVariantListFileIsShownAndItsDrawingInserted) {
+  starten(block() + "150,60\n");
+  blockMachen();
+  FrmBlockverwaltung frm(*bv_);
+  variantenAnbinden(*bv_, *ins_, *neu_, &frm);
+  QDir().mkpath(bib_ + "/000/Alte Teile");
+  ASSERT_TRUE(QFile::copy(dwg(), bib_ + QString::fromUtf8("/000/Alte Teile/größer.dwg")));
+  auto feld = [](const QString& text, int breite) {
+    QByteArray b = text.toLatin1();  // Windows-1252 for these letters
+    b.append(QByteArray(breite - b.size(), ' '));
+    return b;
+  };
+  writeFile(bib_ + "/000/" + code_ + "0.dat",
+            feld(QString::fromUtf8("Flansch größer"), 50) + feld(QString::fromUtf8("Alte Teile\\größer.dwg"), 198));
+  bv_->subSeiteNeuAnzeigen();
+  EXPECT_EQ(bv_->model().activeFrame, FrameColor::Green);
+
+  prompt_->dialogResult("frmVariaEinfuegen", 1, [] {
+    ASSERT_TRUE(VariaEinfuegen::offen());
+    ASSERT_EQ(VariaEinfuegen::offen()->namen().value(1), QString::fromUtf8("Flansch größer"));
+    VariaEinfuegen::offen()->gewaehlt = 1;
+  });
+  settings_->setup.longEinfuegenLayer0 = 0;
+  settings_->setup.longVariantenfrage = 1;
+  ins_->cmbEinfuegen_Click();
+  const sandbox::Drawing d = zeichnungLesen();
+  const sandbox::Entity* r = nullptr;
+  for (const sandbox::Entity& e : d.entities)
+    if (e.type == sandbox::EntityType::Insert) r = &e;
+  ASSERT_TRUE(r);
+  EXPECT_EQ(r->p1, (sandbox::Point{150, 60, 0}));
   EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
 }
 
