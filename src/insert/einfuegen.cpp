@@ -204,8 +204,9 @@ Einfuegen::Weiter Einfuegen::einBlock(bool& markiert, bool& ersterDurchlauf) {
     blockZeileLesen();
     // 5. Variants of the view, unless this is a drop.
     if (settings_.setup.longVariantenfrage == 1 && bytVariaBlockEinfuegen == 0 && !drop) {
+      // The view being inserted: the one chosen in the views dialog or marked.
       const QString dat = fctVariantenListePfad(lib_.VerzeichnisOhneDb, lib_.strAktuelleOrdnerNr,
-                                                aktivierteBlocknummer, bytMarkierteAnsicht);
+                                                aktivierteBlocknummer, ansichtBestimmen());
       if (hooks.fctVariaEinfuegenKontroll && hooks.fctVariaEinfuegenKontroll(dat)) {
         t.step(QStringLiteral("frmVariaEinfuegen"));
         const VarianteWahl v = hooks.frmVariaEinfuegen ? hooks.frmVariaEinfuegen(dat) : VarianteWahl{};

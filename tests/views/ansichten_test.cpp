@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "ansichten.h"
+#include "ansichtenmarkieren.h"
 #include "ansichtenzeigen.h"
 #include "einfuegentest.h"
 #include "frmansichten.h"
@@ -86,6 +87,21 @@ TEST_F(AnsichtenTest, TheWindowFramesTheChosenViewAndADoubleClickInserts) {
   emit s3->doubleClicked(3);
   EXPECT_EQ(eingefuegt, 3);
   EXPECT_EQ(f.result(), QDialog::Accepted);
+}
+
+// The view a mark takes: only one that exists.
+TEST_F(AnsichtenTest, OnlyAViewThatExistsCanBeMarked) {
+  const QString c = blockAnlegen(0, "Ventil");
+  punkteSetzen(c, 2, {{5, 5, 0}});
+  oeffnen(0);
+  AnsichtenMarkieren m;
+  m.bilder = fctAnsichtenLesen(*lib_, c, bv_->frei2());
+  ASSERT_TRUE(m.sldAnsichten_MouseDown(1));
+  EXPECT_FALSE(m.cmbMarkieren_Click());
+  EXPECT_TRUE(gezeigt(941));
+  ASSERT_TRUE(m.sldAnsichten_MouseDown(2));
+  EXPECT_TRUE(m.cmbMarkieren_Click());
+  EXPECT_EQ(m.bytMarkierteAnsicht, 2);
 }
 
 }  // namespace
