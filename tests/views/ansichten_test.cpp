@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QFrame>
 #include <QPushButton>
 
@@ -102,6 +103,26 @@ TEST_F(AnsichtenTest, OnlyAViewThatExistsCanBeMarked) {
   ASSERT_TRUE(m.sldAnsichten_MouseDown(2));
   EXPECT_TRUE(m.cmbMarkieren_Click());
   EXPECT_EQ(m.bytMarkierteAnsicht, 2);
+}
+
+// A damaged slide library of a view: its picture is crossed, nothing else
+// changes and nothing is deleted.
+TEST_F(AnsichtenTest, ADamagedSlideLibraryOfAViewIsShownCrossedAndKept) {
+  const QString c = blockAnlegen(0, "Ventil");
+  slidesSchreiben(c, 0);
+  punkteSetzen(c, 3, {{5, 5, 0}});
+  writeFile(bib_ + "/000/" + c + "3.slb", "AutoCAD Slide Library 1.0\r\n\x1a" + QByteArray(40, '\xff'));
+  oeffnen(0);
+  AnsichtenZeigen logik;
+  logik.bilder = fctAnsichtenLesen(*lib_, c, bv_->frei2());
+  EXPECT_TRUE(logik.bilder[3].vorhanden);
+  FrmAnsichten f("frmAnsichten", logik, {{"cmbEinfuegen", [&] { return logik.cmbEinfuegen_Click(); }}});
+  f.resize(720, 220);
+  f.show();
+  const QImage bild = f.grab().toImage();
+  EXPECT_FALSE(bild.isNull());
+  EXPECT_FALSE(f.findChild<SlideView*>("sldAnsichten_3")->slide());
+  EXPECT_TRUE(QFileInfo::exists(bib_ + "/000/" + c + "3.slb"));
 }
 
 }  // namespace

@@ -286,6 +286,30 @@ TEST_F(AnsichtenE2E, AVariantTurnsTheFrameGreenAndTheInsertPlacesItsDrawing) {
   EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
 }
 
+// Cancel in the variants' list, Escape at the variant's point, cancel of its
+// name: the library as it was.
+TEST_F(AnsichtenE2E, CancelAndEscapeWhileMakingAVariantLeaveTheLibraryAsItWas) {
+  starten(block() + "ESC\nESC\n" + "30,30\n" + kAuswahl);
+  blockMachen();
+  FrmBlockverwaltung frm(*bv_);
+  variantenAnbinden(*bv_, *ins_, *neu_, &frm);
+  variantenBefehlAnbinden(frm, *neu_);
+  const QStringList vorher = bestand();
+  prompt_->dialogResult("frmVariaNeu", 0);
+  frm.befehl("mnuBVarianten");
+  EXPECT_EQ(bestand(), vorher);
+  prompt_->dialogResult("frmVariaNeu", 1);
+  frm.befehl("mnuBVarianten");  // Escape twice at its point
+  EXPECT_EQ(bestand(), vorher);
+  prompt_->dialogResult("frmVariaNeu", 1);
+  prompt_->dialogResult("frmBlocknameEingeben", 0);
+  frm.befehl("mnuBVarianten");  // its name cancelled
+  EXPECT_EQ(bestand(), vorher);
+  EXPECT_FALSE(QFileInfo::exists(temp()));
+  zeichnungWieVorher();
+  EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
+}
+
 // A library of the older layout: the variants of a view in its list file of
 // fixed records (Windows-1252), the drawing's path relative to the folder.
 TEST_F(AnsichtenE2E, AnOldVariantListFileIsShownAndItsDrawingInserted) {
