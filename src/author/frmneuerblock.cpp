@@ -108,7 +108,18 @@ FrmKarteiDateneingabe::FrmKarteiDateneingabe(Karteidateneingabe& logik, QWidget*
   txtLayer_ = feld(QStringLiteral("txtLayer"), logik_.txtLayer, 35);
   txtLinie_ = feld(QStringLiteral("txtLinie"), logik_.txtLinie, 20);
   txtFarbe_ = feld(QStringLiteral("txtFarbe"), logik_.txtFarbe, 4);
-  felder->addRow(beschriftung(f, QStringLiteral("labLayer")), txtLayer_);
+  auto* layerZeile = new QHBoxLayout;
+  layerZeile->addWidget(txtLayer_, 1);
+  auto* layerListe = knopf(f, QStringLiteral("combutLayerListe"));
+  layerListe->setEnabled(logik_.bridge != nullptr);
+  layerZeile->addWidget(layerListe);
+  felder->addRow(beschriftung(f, QStringLiteral("labLayer")), layerZeile);
+  connect(layerListe, &QPushButton::clicked, this, [this] {
+    if (!logik_.combutLayerListe_Click()) return;
+    txtLayer_->setText(logik_.txtLayer);
+    txtLinie_->setText(logik_.txtLinie);
+    txtFarbe_->setText(logik_.txtFarbe);
+  });
   felder->addRow(beschriftung(f, QStringLiteral("labLinie")), txtLinie_);
   felder->addRow(beschriftung(f, QStringLiteral("labFarbe")), txtFarbe_);
   auto* speichern = knopf(f, QStringLiteral("combutSpeichern"));

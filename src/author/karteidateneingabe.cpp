@@ -1,6 +1,8 @@
 #include "karteidateneingabe.h"
 
+#include "acadconnect.h"
 #include "bibliothek.h"
+#include "cadbridge.h"
 #include "diagnostics.h"
 #include "labels.h"
 #include "msgbox.h"
@@ -45,5 +47,27 @@ void Karteidateneingabe::Form_Load(const QString& blockName, const QString& slid
 }
 
 bool Karteidateneingabe::combutAbbrechen_Click() { return fctMsgboxFrageEinzeilig(938); }
+
+bool Karteidateneingabe::combutLayerListe_Click() {
+  Trace t(QStringLiteral("frmKarteiDateneingabe.combutLayerListe"));
+  if (!bridge || !bridge->acadApp) return false;
+  QStringList layer;
+  fctAcadLayerListe(*bridge, layer, 0);
+  if (layer.isEmpty()) {
+    subMsgboxInfoEinzeilig(943);
+    return false;
+  }
+  Labels& l = labels();
+  const PickResult wahl = fctAuswahlen(layer, l.fctBeschriftMsgboxZuordnen(944),
+                                       l.fctBeschriftFrmZuordnen(QStringLiteral("frmKarteiDateneingabe.labLayer")));
+  if (wahl.index < 0 || wahl.text.isEmpty()) return false;
+  txtLayer = wahl.text;
+  QString farbe, linie;
+  if (fctAcadLayerEigenschaften(*bridge, txtLayer, farbe, linie)) {
+    txtFarbe = farbe;
+    txtLinie = linie;
+  }
+  return true;
+}
 
 }  // namespace kolvane

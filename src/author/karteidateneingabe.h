@@ -5,6 +5,7 @@
 namespace kolvane {
 
 class Bibliothek;
+class CadBridge;
 
 // The logic of frmKarteiDateneingabe, the data card of a new block: the
 // folder's captions and defaults, the ten values, layer, line type and colour.
@@ -25,6 +26,12 @@ class Karteidateneingabe {
                  const QString& layer, const QString& linie, const QString& farbe);
   // Cancel asks first; true when the user confirmed it.
   bool combutAbbrechen_Click();
+  // The layers of the host's drawing to choose from: the chosen one with its
+  // line type and colour. False when nothing changed (no host, no layer
+  // list, or the user cancelled).
+  bool combutLayerListe_Click();
+  // The host to ask about layers; null on the keystroke route, which can't.
+  CadBridge* bridge = nullptr;
 
  private:
   Bibliothek& lib_;

@@ -74,6 +74,7 @@ void NeuerBlock::combutNeu_Click() {
   marke_ = false;
   blockname_ = std::make_unique<BlocknameEingeben>(lib_.connDb);
   kartei_ = std::make_unique<Karteidateneingabe>(lib_);
+  if (!b_.istLT()) kartei_->bridge = &b_;
   bildausschnitt_ = std::make_unique<Bildausschnitt>(b_, n, temp());
 
   const Ende e = pruefen() ? (b_.istLT() ? ACadLtBlockNeu() : automationsroute()) : Ende::Still;

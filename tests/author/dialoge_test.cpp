@@ -135,6 +135,32 @@ TEST_F(DialogeTest, CancellingTheDataCardAsks) {
   EXPECT_EQ(prompt_->unexpected(), 0);
 }
 
+// The layer list asks the host's drawing: the chosen layer brings its colour
+// and line type; without a host or when cancelled nothing changes.
+TEST_F(DialogeTest, TheDataCardTakesALayerOfTheDrawing) {
+  oeffnen(0);
+  Karteidateneingabe k(*lib_);
+  k.txtLayer = "Alt";
+  EXPECT_FALSE(k.combutLayerListe_Click()) << "no host";
+  automationGebunden();
+  HostLayer achsen;
+  achsen.name = "Achsen";
+  achsen.color = 3;
+  achsen.linetype = "Strich";
+  HostLayer null;
+  null.name = "0";
+  host_.layerList = {null, achsen};
+  k.bridge = bridge_.get();
+  prompt_->cancel();
+  EXPECT_FALSE(k.combutLayerListe_Click());
+  EXPECT_EQ(k.txtLayer, "Alt");
+  prompt_->pickIndex(1);
+  ASSERT_TRUE(k.combutLayerListe_Click());
+  EXPECT_EQ(k.txtLayer, "Achsen");
+  EXPECT_EQ(k.txtFarbe, "3");
+  EXPECT_EQ(k.txtLinie, "Strich");
+}
+
 TEST_F(DialogeTest, TheWindows) {
   defMenue(2, "Zwei");
   ausfuehren("UPDATE tblOrdner SET NrTblDefMenue = 2 WHERE OrdnerNr = '000'");
