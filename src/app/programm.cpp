@@ -25,6 +25,7 @@
 #include "neuerblock.h"
 #include "neuerblockanbindung.h"
 #include "ansichtenanbindung.h"
+#include "dbmaskeanbindung.h"
 #include "varianten.h"
 #include "variantenanbindung.h"
 #include "eventsink.h"
@@ -421,6 +422,8 @@ bool Programm::Form_Load() {
   // The variants: the green frame, the insert's question, making one.
   variantenAnbinden(*bv_, *einfuegen_, *neuerBlock_, frm_.get());
   variantenBefehlAnbinden(*frm_, *neuerBlock_);
+  // The data card of a block: a double click on its name.
+  dbMaskeAnbinden(*frm_, *bv_, cad_.get());
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

@@ -3,16 +3,13 @@
 #include "acadconnect.h"
 #include "bibliothek.h"
 #include "cadbridge.h"
+#include "kartendefinition.h"
 #include "diagnostics.h"
 #include "labels.h"
 #include "msgbox.h"
 #include "recordhelpers.h"
 
 namespace kolvane {
-
-namespace {
-const QString kFrei = QStringLiteral("*****Frei*****");
-}
 
 void Karteidateneingabe::Form_Load(const QString& blockName, const QString& slidePfad, int seite,
                                    const QString& layer, const QString& linie,
@@ -24,23 +21,12 @@ void Karteidateneingabe::Form_Load(const QString& blockName, const QString& slid
                      : blockName;
   labSeitenNummer = QString::number(seite);
   // method1: captions and defaults of the folder's definition.
-  Recordset& ro = lib_.rsOrdner;
-  Recordset& rd = lib_.rsDefMenue;
-  labBenennung.fill(QString());
-  txtBenennung.fill(QString());
-  if (ro.isOpen() && rd.isOpen() && rd.RecordCount() > 0) {
-    if (!fctRsFind(ro, QStringLiteral("OrdnerNr"), lib_.strAktuelleOrdnerNr)) ro.MoveFirst();
-    QString nrDef = ro.text(QStringLiteral("NrTblDefMenue"));
-    if (nrDef.isEmpty()) nrDef = QStringLiteral("1");
-    rd.MoveFirst();
-    if (!rd.Find(QStringLiteral("Nr = ") + nrDef)) rd.MoveFirst();
-    for (int i = 0; i < 10; ++i) {
-      labBenennung[size_t(i)] = rd.text(QStringLiteral("Benennung") + QString::number(i + 1));
-      txtBenennung[size_t(i)] = rd.text(QStringLiteral("Standardwert") + QString::number(i + 1));
-    }
+  KartenDefinition d;
+  fctKartenDefinitionLesen(lib_, d);
+  for (int i = 0; i < 10; ++i) {
+    labBenennung[size_t(i)] = fctKartenBeschriftung(d, i);
+    txtBenennung[size_t(i)] = d.standardwert[size_t(i)];
   }
-  if (labBenennung[0].isEmpty() || labBenennung[0] == kFrei)
-    labBenennung[0] = labels().fctBeschriftFrmZuordnen(164);
   txtLayer = layer;
   txtLinie = linie;
   txtFarbe = farbe;
@@ -49,25 +35,7 @@ void Karteidateneingabe::Form_Load(const QString& blockName, const QString& slid
 bool Karteidateneingabe::combutAbbrechen_Click() { return fctMsgboxFrageEinzeilig(938); }
 
 bool Karteidateneingabe::combutLayerListe_Click() {
-  Trace t(QStringLiteral("frmKarteiDateneingabe.combutLayerListe"));
-  if (!bridge || !bridge->acadApp) return false;
-  QStringList layer;
-  fctAcadLayerListe(*bridge, layer, 0);
-  if (layer.isEmpty()) {
-    subMsgboxInfoEinzeilig(943);
-    return false;
-  }
-  Labels& l = labels();
-  const PickResult wahl = fctAuswahlen(layer, l.fctBeschriftMsgboxZuordnen(944),
-                                       l.fctBeschriftFrmZuordnen(QStringLiteral("frmKarteiDateneingabe.labLayer")));
-  if (wahl.index < 0 || wahl.text.isEmpty()) return false;
-  txtLayer = wahl.text;
-  QString farbe, linie;
-  if (fctAcadLayerEigenschaften(*bridge, txtLayer, farbe, linie)) {
-    txtFarbe = farbe;
-    txtLinie = linie;
-  }
-  return true;
+  return bridge && fctLayerWaehlen(*bridge, txtLayer, txtFarbe, txtLinie);
 }
 
 }  // namespace kolvane

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "diagnostics.h"
+#include "kartendefinition.h"
 #include "labels.h"
 #include "layout.h"
 #include "msgbox.h"
@@ -357,17 +358,9 @@ bool Blockverwaltung::fctSeiteNrErmitteln(const QString& name, int16_t& nr) {
 }
 
 QString Blockverwaltung::fctBezeichnungsFeldAuslesen() {
-  Recordset& ro = lib_.rsOrdner;
-  Recordset& rd = lib_.rsDefMenue;
-  if (!ro.isOpen() || !rd.isOpen()) return labels().fctBeschriftFrmZuordnen(164);
-  if (!fctRsFind(ro, QStringLiteral("OrdnerNr"), lib_.strAktuelleOrdnerNr)) ro.MoveFirst();
-  QString nrDef = ro.text(QStringLiteral("NrTblDefMenue"));
-  if (nrDef.isEmpty()) nrDef = QStringLiteral("1");  // an empty reference means row 1
-  rd.MoveFirst();
-  if (!rd.Find(QStringLiteral("Nr = ") + nrDef)) rd.MoveFirst();
-  const QString b = rd.text(QStringLiteral("Benennung1"));
-  if (b.isEmpty() || b == kFrei) return labels().fctBeschriftFrmZuordnen(164);
-  return b;
+  KartenDefinition d;
+  fctKartenDefinitionLesen(lib_, d);
+  return fctKartenBeschriftung(d, 0);
 }
 
 // ---------------------------------------------------------------- pages

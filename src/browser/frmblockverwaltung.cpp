@@ -310,6 +310,10 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
       cboSeite_->setFocus();
     }
   });
+  // A double click on a block's name opens its data card.
+  connect(lisBlockBenennung_, &QListWidget::itemDoubleClicked, this, [this] {
+    if (befehl) befehl(QStringLiteral("lisBlockBenennung_DblClick"));
+  });
   connect(lisBlockBenennung_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (!fuellt_) logic_.lisBlockBenennung_Click(row);
   });

@@ -276,6 +276,28 @@ bool fctAcadLayerEigenschaften(CadBridge& b, const QString& strLayer, QString& s
   return true;
 }
 
+bool fctLayerWaehlen(CadBridge& b, QString& strLayer, QString& strFarbe, QString& strLinie) {
+  Trace t(QStringLiteral("fctLayerWaehlen"));
+  if (!b.acadApp) return false;
+  QStringList layer;
+  fctAcadLayerListe(b, layer, 0);
+  if (layer.isEmpty()) {
+    subMsgboxInfoEinzeilig(943);
+    return false;
+  }
+  Labels& l = labels();
+  const PickResult wahl = fctAuswahlen(layer, l.fctBeschriftMsgboxZuordnen(944),
+                                       l.fctBeschriftFrmZuordnen(QStringLiteral("frmKarteiDateneingabe.labLayer")));
+  if (wahl.index < 0 || wahl.text.isEmpty()) return false;
+  strLayer = wahl.text;
+  QString farbe, linie;
+  if (fctAcadLayerEigenschaften(b, strLayer, farbe, linie)) {
+    strFarbe = farbe;
+    strLinie = linie;
+  }
+  return true;
+}
+
 void fctAcadLayerAnlegen(CadBridge& b, const QString& strLayer, const QString& strFarbe,
                          const QString& strLinie) {
   Trace t(QStringLiteral("fctAcadLayerAnlegen"));

@@ -54,6 +54,10 @@ bool fctAcadLayerEigenschaften(CadBridge& b, const QString& strLayer, QString& s
 void fctAcadLayerAnlegen(CadBridge& b, const QString& strLayer, const QString& strFarbe,
                          const QString& strLinie);
 void fctAcadLayerListe(CadBridge& b, QStringList& aryLayer, uint8_t bytNurEingeschaltete);
+// The layer list of the card forms: the drawing's layers to pick from, the
+// chosen one with its colour and line type. False when nothing was chosen (no
+// host, no layer list, cancelled).
+bool fctLayerWaehlen(CadBridge& b, QString& strLayer, QString& strFarbe, QString& strLinie);
 
 // Opening and closing drawings in the host. With bytMerken the opened drawing is
 // kept for fctAcadDokSchliessen with bytAktivesDok = 1; otherwise the active

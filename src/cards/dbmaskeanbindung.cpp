@@ -1,0 +1,28 @@
+#include "dbmaskeanbindung.h"
+
+#include "blockverwaltung.h"
+#include "cadbridge.h"
+#include "dbmaske.h"
+#include "frmblockverwaltung.h"
+#include "frmdbmaske.h"
+#include "prompt.h"
+
+namespace kolvane {
+
+void dbMaskeAnbinden(FrmBlockverwaltung& frm, Blockverwaltung& bv, CadBridge* b) {
+  auto vorher = frm.befehl;
+  frm.befehl = [vorher, &frm, &bv, b](const QString& befehl) {
+    if (befehl != QLatin1String("lisBlockBenennung_DblClick")) {
+      if (vorher) vorher(befehl);
+      return;
+    }
+    DbMaske logik(bv);
+    logik.Anzeigen();
+    // A free slot has no card.
+    if (!logik.zeile) return;
+    FrmDbMaske f(logik, b && !b->istLT() ? b : nullptr, &frm);
+    prompt().dialog(QStringLiteral("frmDbMaske"), [&f] { return f.exec(); });
+  };
+}
+
+}  // namespace kolvane

@@ -1,0 +1,35 @@
+#pragma once
+#include <QDialog>
+#include <QList>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace kolvane {
+
+class CadBridge;
+class DbMaske;
+class SlideView;
+
+// frmDbMaske: the data card of the active block, thin over DbMaske.
+class FrmDbMaske : public QDialog {
+  Q_OBJECT
+ public:
+  FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent = nullptr);
+  // The logic's values into the boxes.
+  void Anzeigen();
+
+ private:
+  void uebernehmen();  // the boxes into the logic
+  DbMaske& logik_;
+  CadBridge* bridge_;
+  SlideView* sld_ = nullptr;
+  QLabel* labBlockName_ = nullptr;
+  QList<QLabel*> labBenennung_;
+  QList<QLineEdit*> txtBenennung_;
+  QLineEdit *txtLayer_ = nullptr, *txtLinie_ = nullptr, *txtFarbe_ = nullptr;
+  QPushButton *speichern_ = nullptr, *leer_ = nullptr, *layerListe_ = nullptr;
+};
+
+}  // namespace kolvane

@@ -1,0 +1,110 @@
+// The data card of a stored block: captions of the folder, values of the row,
+// saving, walking, and a library that can't be written.
+#include <gmock/gmock.h>
+
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "connection.h"
+#include "dbmaske.h"
+#include "einfuegentest.h"
+#include "frmdbmaske.h"
+
+namespace kolvane {
+namespace {
+
+class DbMaskeTest : public EinfuegenTest {
+ protected:
+  QVariant wert(const QString& code, const QString& spalte) {
+    Connection c;
+    EXPECT_TRUE(c.open(db_, Connection::Mode::ReadOnly));
+    return c.scalar("SELECT " + spalte + " FROM tblBlockInfo WHERE Block = ?", {code});
+  }
+  void definition() {
+    Connection c;
+    ASSERT_TRUE(c.open(db_));
+    ASSERT_TRUE(c.execute("UPDATE tblDefMenue SET Benennung1 = 'Hersteller', Benennung2 = 'Größe' WHERE Nr = 1"));
+  }
+};
+
+TEST_F(DbMaskeTest, ShowsTheCardSavesItAndTheListFollows) {
+  definition();
+  const QString a = blockAnlegen(0, "Ventil");
+  spalteSetzen(a, "M1", "DN 25");
+  spalteSetzen(a, "Layer", "Achsen");
+  spalteSetzen(a, "LYCOLOR", "3");
+  oeffnen(0);
+  DbMaske m(*bv_);
+  m.Anzeigen();
+  ASSERT_TRUE(m.zeile);
+  EXPECT_EQ(m.labBenennung[0], "Hersteller");
+  EXPECT_EQ(m.labBenennung[1], QString::fromUtf8("Größe"));
+  EXPECT_EQ(m.txtBenennung[0], "Block " + a);
+  EXPECT_EQ(m.txtBenennung[1], "DN 25");
+  EXPECT_EQ(m.txtLayer, "Achsen");
+
+  // A changed M0 is in the row and in the main form's list at once; an empty
+  // layer box keeps the stored layer.
+  m.txtBenennung[0] = QString::fromUtf8("Ventil \"groß\" 50%");
+  m.txtLayer.clear();
+  ASSERT_TRUE(m.combutSpeichern_Click());
+  EXPECT_EQ(wert(a, "M0").toString(), QString::fromUtf8("Ventil \"groß\" 50%"));
+  EXPECT_EQ(wert(a, "Layer").toString(), "Achsen");
+  EXPECT_EQ(bv_->model().listEntries.value(0), QString::fromUtf8("Ventil \"groß\" 50%"));
+
+  // A new layer brings its line type and colour along.
+  m.txtLayer = "Rohre";
+  m.txtLinie = "Strich";
+  m.txtFarbe = "5";
+  ASSERT_TRUE(m.combutSpeichern_Click());
+  EXPECT_EQ(wert(a, "Layer").toString(), "Rohre");
+  EXPECT_EQ(wert(a, "LYLINE").toString(), "Strich");
+  EXPECT_EQ(wert(a, "LYCOLOR").toString(), "5");
+}
+
+TEST_F(DbMaskeTest, WalksThroughTheBlocksAcrossThePageEnd) {
+  settings_->setup.longAnzahlDerBilder = 0;  // few pictures a page
+  blockAnlegen(0, "A");
+  blockAnlegen(1, "B");
+  oeffnen(0);
+  const int bilder = bv_->intBilder;
+  blockAnlegen(bilder, "Nächste Seite");
+  oeffnen(0);
+  DbMaske m(*bv_);
+  m.Anzeigen();
+  EXPECT_EQ(m.labBlockName, "A");
+  m.combutVor_Click();
+  EXPECT_EQ(m.labBlockName, "B");
+  m.combutZurueck_Click();
+  EXPECT_EQ(m.labBlockName, "A");
+  // From the last picture of the page forward: the first of the next page.
+  bv_->lisBlockBenennung_Click(bilder - 1);
+  m.Anzeigen();
+  EXPECT_FALSE(m.zeile) << "a free slot has no card";
+  m.combutVor_Click();
+  EXPECT_EQ(bv_->s1, 1);
+  EXPECT_TRUE(m.zeile);
+  EXPECT_EQ(m.labBlockName, QString::fromUtf8("Nächste Seite"));
+}
+
+TEST_F(DbMaskeTest, AReadOnlyLibraryShowsTheCardButCantSave) {
+  const QString a = blockAnlegen(0, "Ventil");
+  oeffnen(0);
+  lib_->booSchreibgeschuetzt = true;
+  DbMaske m(*bv_);
+  m.Anzeigen();
+  EXPECT_TRUE(m.schreibgeschuetzt);
+  m.txtBenennung[0] = "geändert";
+  EXPECT_FALSE(m.combutSpeichern_Click());
+  EXPECT_EQ(wert(a, "M0").toString(), "Block " + a);
+
+  m.Anzeigen();
+  FrmDbMaske f(m, nullptr);
+  EXPECT_TRUE(gezeigt(945));
+  EXPECT_FALSE(f.findChild<QPushButton*>("combutSpeichern")->isEnabled());
+  EXPECT_TRUE(f.findChild<QLineEdit*>("txtBenennung_0")->isReadOnly());
+  EXPECT_EQ(f.findChild<QLineEdit*>("txtBenennung_0")->text(), "Block " + a);
+}
+
+}  // namespace
+}  // namespace kolvane
