@@ -26,6 +26,7 @@
 #include "neuerblockanbindung.h"
 #include "ansichtenanbindung.h"
 #include "dbmaskeanbindung.h"
+#include "defmenueanbindung.h"
 #include "varianten.h"
 #include "variantenanbindung.h"
 #include "eventsink.h"
@@ -424,6 +425,8 @@ bool Programm::Form_Load() {
   variantenBefehlAnbinden(*frm_, *neuerBlock_);
   // The data card of a block: a double click on its name.
   dbMaskeAnbinden(*frm_, *bv_, cad_.get());
+  // The card definition of the folder.
+  defMenueAnbinden(*frm_, *bv_);
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));
