@@ -5,6 +5,7 @@
 #include "dbmaske.h"
 #include "frmblockverwaltung.h"
 #include "frmdbmaske.h"
+#include "frmdefmenue.h"
 #include "prompt.h"
 
 namespace kolvane {
@@ -21,6 +22,13 @@ void dbMaskeAnbinden(FrmBlockverwaltung& frm, Blockverwaltung& bv, CadBridge* b)
     // A free slot has no card.
     if (!logik.zeile) return;
     FrmDbMaske f(logik, b && !b->istLT() ? b : nullptr, &frm);
+    f.einfuegen = [&bv] {
+      if (bv.hooks.cmbEinfuegen) bv.hooks.cmbEinfuegen();
+    };
+    f.bild = [&bv] {
+      if (bv.hooks.vollbildZeigen) bv.hooks.vollbildZeigen();
+    };
+    f.definition = [&bv, &f] { return zeigeDefMenue(bv.bibliothek(), &f) == 1; };
     prompt().dialog(QStringLiteral("frmDbMaske"), [&f] { return f.exec(); });
   };
 }

@@ -76,9 +76,15 @@ FrmDbMaske::FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent)
   leer_ = knopf(QStringLiteral("cmbLeer"));
   speichern_ = knopf(QStringLiteral("combutSpeichern"));
   auto* schliessen = knopf(QStringLiteral("combutSchliessen"));
+  auto* einfuegenKnopf = knopf(QStringLiteral("combutEinfuegen"));
+  auto* bildKnopf = knopf(QStringLiteral("combutBild"));
+  auto* defKnopf = knopf(QStringLiteral("combutDef"));
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(zurueck);
   knoepfe->addWidget(vor);
+  knoepfe->addWidget(einfuegenKnopf);
+  knoepfe->addWidget(bildKnopf);
+  knoepfe->addWidget(defKnopf);
   knoepfe->addStretch();
   knoepfe->addWidget(leer_);
   knoepfe->addWidget(speichern_);
@@ -112,6 +118,19 @@ FrmDbMaske::FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent)
     if (bridge_ && fctLayerWaehlen(*bridge_, logik_.txtLayer, logik_.txtFarbe, logik_.txtLinie)) Anzeigen();
   });
   connect(schliessen, &QPushButton::clicked, this, &QDialog::accept);
+  connect(einfuegenKnopf, &QPushButton::clicked, this, [this] {
+    if (einfuegen) einfuegen();
+  });
+  connect(bildKnopf, &QPushButton::clicked, this, [this] {
+    if (bild) bild();
+  });
+  // The definition changes the captions: the card is shown anew.
+  connect(defKnopf, &QPushButton::clicked, this, [this] {
+    if (definition && definition()) {
+      logik_.Anzeigen();
+      Anzeigen();
+    }
+  });
   Anzeigen();
   if (logik_.schreibgeschuetzt) subMsgboxInfoEinzeilig(945);
 }

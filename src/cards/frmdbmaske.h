@@ -1,6 +1,7 @@
 #pragma once
 #include <QDialog>
 #include <QList>
+#include <functional>
 
 class QLabel;
 class QLineEdit;
@@ -19,6 +20,12 @@ class FrmDbMaske : public QDialog {
   FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent = nullptr);
   // The logic's values into the boxes.
   void Anzeigen();
+
+  // The main form's insert of the active block, its full view, and the card
+  // definition of the folder (true when it was saved); unset: no button.
+  std::function<void()> einfuegen;
+  std::function<void()> bild;
+  std::function<bool()> definition;
 
  private:
   void uebernehmen();  // the boxes into the logic

@@ -2,6 +2,7 @@
 // saving, walking, and a library that can't be written.
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -104,6 +105,30 @@ TEST_F(DbMaskeTest, AReadOnlyLibraryShowsTheCardButCantSave) {
   EXPECT_FALSE(f.findChild<QPushButton*>("combutSpeichern")->isEnabled());
   EXPECT_TRUE(f.findChild<QLineEdit*>("txtBenennung_0")->isReadOnly());
   EXPECT_EQ(f.findChild<QLineEdit*>("txtBenennung_0")->text(), "Block " + a);
+}
+
+// The mask's buttons reach the main form's insert and full view, and the
+// folder's definition, after which the captions are shown anew.
+TEST_F(DbMaskeTest, InsertPictureAndDefinitionFromTheCard) {
+  blockAnlegen(0, "Ventil");
+  oeffnen(0);
+  DbMaske m(*bv_);
+  m.Anzeigen();
+  FrmDbMaske f(m, nullptr);
+  int eingefuegt = 0, bild = 0;
+  f.einfuegen = [&] { ++eingefuegt; };
+  f.bild = [&] { ++bild; };
+  // As the definition dialog saves: through the library's record set.
+  f.definition = [this] {
+    definition();
+    return lib_->rsDefMenue.Requery();
+  };
+  f.findChild<QPushButton*>("combutEinfuegen")->click();
+  f.findChild<QPushButton*>("combutBild")->click();
+  f.findChild<QPushButton*>("combutDef")->click();
+  EXPECT_EQ(eingefuegt, 1);
+  EXPECT_EQ(bild, 1);
+  EXPECT_EQ(f.findChild<QLabel*>("labBenennung_0")->text(), "Hersteller");
 }
 
 }  // namespace
