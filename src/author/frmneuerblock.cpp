@@ -13,24 +13,14 @@
 #include "blocknameeingeben.h"
 #include "cadbridge.h"
 #include "karteidateneingabe.h"
-#include "labels.h"
+#include "formtexte.h"
 #include "slideview.h"
 
 namespace kolvane {
 
 namespace {
 
-QString beschriftung(const QString& form, const QString& control) {
-  const QString t = labels().fctBeschriftFrmZuordnen(form + u'.' + control);
-  return t.isEmpty() ? control : t;
-}
 
-QPushButton* knopf(const QString& form, const QString& name) {
-  auto* b = new QPushButton(beschriftung(form, name));
-  b->setObjectName(name);
-  b->setAutoDefault(false);
-  return b;
-}
 
 // The dialog known to the bridge while it is open, under its number.
 int zeigen(QDialog& d, CadBridge& b, int nummer) {
@@ -48,16 +38,16 @@ FrmBlocknameEingeben::FrmBlocknameEingeben(BlocknameEingeben& logik, QWidget* pa
     : QDialog(parent), logik_(logik) {
   const QString f = QStringLiteral("frmBlocknameEingeben");
   setObjectName(f);
-  setWindowTitle(beschriftung(f, logik_.variante ? QStringLiteral("CaptionVariante") : QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(f, logik_.variante ? QStringLiteral("CaptionVariante") : QStringLiteral("Caption")));
   setModal(true);
-  auto* lab = new QLabel(beschriftung(
+  auto* lab = new QLabel(fctFormBeschriftung(
       f, logik_.variante ? QStringLiteral("labVariantenname") : QStringLiteral("labBlockname")));
   txt_ = new QLineEdit(logik_.txtBlocknameEingeben);
   txt_->setObjectName(QStringLiteral("txtBlocknameEingeben"));
   lab->setBuddy(txt_);
-  auto* ok = knopf(f, QStringLiteral("cmbOk"));
+  auto* ok = fctFormKnopf(f, QStringLiteral("cmbOk"));
   ok->setDefault(true);
-  auto* abbrechen = knopf(f, QStringLiteral("cmbAbbrechen"));
+  auto* abbrechen = fctFormKnopf(f, QStringLiteral("cmbAbbrechen"));
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addStretch();
   knoepfe->addWidget(ok);
@@ -83,7 +73,7 @@ FrmKarteiDateneingabe::FrmKarteiDateneingabe(Karteidateneingabe& logik, QWidget*
     : QDialog(parent), logik_(logik) {
   const QString f = QStringLiteral("frmKarteiDateneingabe");
   setObjectName(f);
-  setWindowTitle(beschriftung(f, QStringLiteral("Caption")) + QStringLiteral(" – ") + logik_.labBlockName);
+  setWindowTitle(fctFormBeschriftung(f, QStringLiteral("Caption")) + QStringLiteral(" – ") + logik_.labBlockName);
   setModal(true);
   auto* vorschau = new SlideView(0);
   vorschau->setObjectName(QStringLiteral("sldKartei"));
@@ -110,21 +100,21 @@ FrmKarteiDateneingabe::FrmKarteiDateneingabe(Karteidateneingabe& logik, QWidget*
   txtFarbe_ = feld(QStringLiteral("txtFarbe"), logik_.txtFarbe, 4);
   auto* layerZeile = new QHBoxLayout;
   layerZeile->addWidget(txtLayer_, 1);
-  auto* layerListe = knopf(f, QStringLiteral("combutLayerListe"));
+  auto* layerListe = fctFormKnopf(f, QStringLiteral("combutLayerListe"));
   layerListe->setEnabled(logik_.bridge != nullptr);
   layerZeile->addWidget(layerListe);
-  felder->addRow(beschriftung(f, QStringLiteral("labLayer")), layerZeile);
+  felder->addRow(fctFormBeschriftung(f, QStringLiteral("labLayer")), layerZeile);
   connect(layerListe, &QPushButton::clicked, this, [this] {
     if (!logik_.combutLayerListe_Click()) return;
     txtLayer_->setText(logik_.txtLayer);
     txtLinie_->setText(logik_.txtLinie);
     txtFarbe_->setText(logik_.txtFarbe);
   });
-  felder->addRow(beschriftung(f, QStringLiteral("labLinie")), txtLinie_);
-  felder->addRow(beschriftung(f, QStringLiteral("labFarbe")), txtFarbe_);
-  auto* speichern = knopf(f, QStringLiteral("combutSpeichern"));
+  felder->addRow(fctFormBeschriftung(f, QStringLiteral("labLinie")), txtLinie_);
+  felder->addRow(fctFormBeschriftung(f, QStringLiteral("labFarbe")), txtFarbe_);
+  auto* speichern = fctFormKnopf(f, QStringLiteral("combutSpeichern"));
   speichern->setDefault(true);
-  auto* abbrechen = knopf(f, QStringLiteral("combutAbbrechen"));
+  auto* abbrechen = fctFormKnopf(f, QStringLiteral("combutAbbrechen"));
   auto* kopf = new QHBoxLayout;
   auto* info = new QVBoxLayout;
   auto* name = new QLabel(logik_.labBlockName);
@@ -166,21 +156,21 @@ FrmBildausschnittAnpassen::FrmBildausschnittAnpassen(Bildausschnitt& logik, QWid
     : QDialog(parent), logik_(logik) {
   const QString f = QStringLiteral("frmBildausschnittAnpassen");
   setObjectName(f);
-  setWindowTitle(beschriftung(f, QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(f, QStringLiteral("Caption")));
   setModal(true);
   sld_ = new SlideView(0);
   sld_->setObjectName(QStringLiteral("sldBildausschnittAnpassen"));
   sld_->setMinimumSize(360, 270);
-  auto* frage = new QLabel(beschriftung(f, QStringLiteral("labBildausschnittKorrekt")));
+  auto* frage = new QLabel(fctFormBeschriftung(f, QStringLiteral("labBildausschnittKorrekt")));
   frage->setObjectName(QStringLiteral("labBildausschnittKorrekt"));
-  auto* ja = knopf(f, QStringLiteral("cmbJa"));
+  auto* ja = fctFormKnopf(f, QStringLiteral("cmbJa"));
   ja->setDefault(true);
-  auto* nein = knopf(f, QStringLiteral("cmbNein"));
-  auto* gross = knopf(f, QStringLiteral("cmbZoomGross"));
-  auto* klein = knopf(f, QStringLiteral("cmbZoomKlein"));
-  auto* pan = knopf(f, QStringLiteral("cmbPan"));
-  auto* verdeckt = knopf(f, QStringLiteral("cmbVerdeckt"));
-  auto* ausblenden = knopf(f, QStringLiteral("cmbElementeAusblenden"));
+  auto* nein = fctFormKnopf(f, QStringLiteral("cmbNein"));
+  auto* gross = fctFormKnopf(f, QStringLiteral("cmbZoomGross"));
+  auto* klein = fctFormKnopf(f, QStringLiteral("cmbZoomKlein"));
+  auto* pan = fctFormKnopf(f, QStringLiteral("cmbPan"));
+  auto* verdeckt = fctFormKnopf(f, QStringLiteral("cmbVerdeckt"));
+  auto* ausblenden = fctFormKnopf(f, QStringLiteral("cmbElementeAusblenden"));
   auto* knoepfe = new QGridLayout;
   knoepfe->addWidget(ja, 0, 0);
   knoepfe->addWidget(nein, 0, 1);

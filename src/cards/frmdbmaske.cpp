@@ -9,7 +9,7 @@
 
 #include "acadconnect.h"
 #include "dbmaske.h"
-#include "labels.h"
+#include "formtexte.h"
 #include "msgbox.h"
 #include "slideview.h"
 
@@ -19,24 +19,14 @@ namespace {
 
 const QString kForm = QStringLiteral("frmDbMaske");
 
-QString beschriftung(const QString& control) {
-  const QString t = labels().fctBeschriftFrmZuordnen(kForm + u'.' + control);
-  return t.isEmpty() ? control : t;
-}
 
-QPushButton* knopf(const QString& name) {
-  auto* b = new QPushButton(beschriftung(name));
-  b->setObjectName(name);
-  b->setAutoDefault(false);
-  return b;
-}
 
 }  // namespace
 
 FrmDbMaske::FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent)
     : QDialog(parent), logik_(logik), bridge_(bridge) {
   setObjectName(kForm);
-  setWindowTitle(beschriftung(QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(kForm, QStringLiteral("Caption")));
   setModal(true);
   sld_ = new SlideView(0);
   sld_->setObjectName(QStringLiteral("sldDbMaske"));
@@ -63,22 +53,22 @@ FrmDbMaske::FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent)
   txtLayer_ = feld(QStringLiteral("txtLayer"), 35);
   txtLinie_ = feld(QStringLiteral("txtLinie"), 20);
   txtFarbe_ = feld(QStringLiteral("txtFarbe"), 4);
-  layerListe_ = knopf(QStringLiteral("combutLayerListe"));
+  layerListe_ = fctFormKnopf(kForm, QStringLiteral("combutLayerListe"));
   auto* layerZeile = new QHBoxLayout;
   layerZeile->addWidget(txtLayer_, 1);
   layerZeile->addWidget(layerListe_);
-  felder->addRow(beschriftung(QStringLiteral("labLayer")), layerZeile);
-  felder->addRow(beschriftung(QStringLiteral("labLinie")), txtLinie_);
-  felder->addRow(beschriftung(QStringLiteral("labFarbe")), txtFarbe_);
+  felder->addRow(fctFormBeschriftung(kForm, QStringLiteral("labLayer")), layerZeile);
+  felder->addRow(fctFormBeschriftung(kForm, QStringLiteral("labLinie")), txtLinie_);
+  felder->addRow(fctFormBeschriftung(kForm, QStringLiteral("labFarbe")), txtFarbe_);
 
-  auto* zurueck = knopf(QStringLiteral("combutZurueck"));
-  auto* vor = knopf(QStringLiteral("combutVor"));
-  leer_ = knopf(QStringLiteral("cmbLeer"));
-  speichern_ = knopf(QStringLiteral("combutSpeichern"));
-  auto* schliessen = knopf(QStringLiteral("combutSchliessen"));
-  auto* einfuegenKnopf = knopf(QStringLiteral("combutEinfuegen"));
-  auto* bildKnopf = knopf(QStringLiteral("combutBild"));
-  auto* defKnopf = knopf(QStringLiteral("combutDef"));
+  auto* zurueck = fctFormKnopf(kForm, QStringLiteral("combutZurueck"));
+  auto* vor = fctFormKnopf(kForm, QStringLiteral("combutVor"));
+  leer_ = fctFormKnopf(kForm, QStringLiteral("cmbLeer"));
+  speichern_ = fctFormKnopf(kForm, QStringLiteral("combutSpeichern"));
+  auto* schliessen = fctFormKnopf(kForm, QStringLiteral("combutSchliessen"));
+  auto* einfuegenKnopf = fctFormKnopf(kForm, QStringLiteral("combutEinfuegen"));
+  auto* bildKnopf = fctFormKnopf(kForm, QStringLiteral("combutBild"));
+  auto* defKnopf = fctFormKnopf(kForm, QStringLiteral("combutDef"));
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(zurueck);
   knoepfe->addWidget(vor);
@@ -159,7 +149,7 @@ void FrmDbMaske::Anzeigen() {
   layerListe_->setEnabled(schreiben && logik_.layerFragen && bridge_);
   speichern_->setEnabled(schreiben);
   leer_->setEnabled(schreiben);
-  labBlockName_->setText(logik_.labBlockName + QStringLiteral("\n") + beschriftung(QStringLiteral("labSeite")) +
+  labBlockName_->setText(logik_.labBlockName + QStringLiteral("\n") + fctFormBeschriftung(kForm, QStringLiteral("labSeite")) +
                          u' ' + logik_.labSeitenNummer);
   sld_->setPath(logik_.slideAdresse);
 }

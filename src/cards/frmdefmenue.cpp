@@ -11,7 +11,7 @@
 
 #include "bibliothek.h"
 #include "defmenue.h"
-#include "labels.h"
+#include "formtexte.h"
 #include "prompt.h"
 
 namespace kolvane {
@@ -20,31 +20,21 @@ namespace {
 
 const QString kForm = QStringLiteral("frmDefMenue");
 
-QString beschriftung(const QString& control) {
-  const QString t = labels().fctBeschriftFrmZuordnen(kForm + u'.' + control);
-  return t.isEmpty() ? control : t;
-}
 
-QPushButton* knopf(const QString& name) {
-  auto* b = new QPushButton(beschriftung(name));
-  b->setObjectName(name);
-  b->setAutoDefault(false);
-  return b;
-}
 
 }  // namespace
 
 FrmDefMenue::FrmDefMenue(DefMenue& logik, QWidget* parent) : QDialog(parent), logik_(logik) {
   setObjectName(kForm);
-  setWindowTitle(beschriftung(QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(kForm, QStringLiteral("Caption")));
   setModal(true);
 
   auto* felder = new QGridLayout;
-  auto* kopfName = new QLabel(beschriftung(QStringLiteral("labBenennung")));
-  auto* kopfWert = new QLabel(beschriftung(QStringLiteral("labStandardwert")));
+  auto* kopfName = new QLabel(fctFormBeschriftung(kForm, QStringLiteral("labBenennung")));
+  auto* kopfWert = new QLabel(fctFormBeschriftung(kForm, QStringLiteral("labStandardwert")));
   felder->addWidget(kopfName, 0, 1);
   felder->addWidget(kopfWert, 0, 2);
-  const QString feld = beschriftung(QStringLiteral("labFeld"));
+  const QString feld = fctFormBeschriftung(kForm, QStringLiteral("labFeld"));
   for (int i = 0; i < 10; ++i) {
     auto* lab = new QLabel(QStringLiteral("%1 %2").arg(feld).arg(i + 1));
     lab->setObjectName(QStringLiteral("labFeld_%1").arg(i));
@@ -65,15 +55,15 @@ FrmDefMenue::FrmDefMenue(DefMenue& logik, QWidget* parent) : QDialog(parent), lo
   felder->setColumnStretch(1, 1);
   felder->setColumnStretch(2, 2);
 
-  checkGlobal_ = new QCheckBox(beschriftung(QStringLiteral("checkGlobal")));
+  checkGlobal_ = new QCheckBox(fctFormBeschriftung(kForm, QStringLiteral("checkGlobal")));
   checkGlobal_->setObjectName(QStringLiteral("checkGlobal"));
 
-  auto* laden = knopf(QStringLiteral("cmbKarteiLaden"));
-  auto* inDatei = knopf(QStringLiteral("combutInDateiSpeichern"));
-  auto* speichern = knopf(QStringLiteral("combutSpeichern"));
+  auto* laden = fctFormKnopf(kForm, QStringLiteral("cmbKarteiLaden"));
+  auto* inDatei = fctFormKnopf(kForm, QStringLiteral("combutInDateiSpeichern"));
+  auto* speichern = fctFormKnopf(kForm, QStringLiteral("combutSpeichern"));
   speichern->setDefault(true);
   speichern->setEnabled(!logik_.schreibgeschuetzt());
-  auto* abbrechen = knopf(QStringLiteral("combutAbbrechen"));
+  auto* abbrechen = fctFormKnopf(kForm, QStringLiteral("combutAbbrechen"));
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(laden);
   knoepfe->addWidget(inDatei);

@@ -7,22 +7,15 @@
 #include <QVBoxLayout>
 
 #include "ansichten.h"
-#include "labels.h"
+#include "formtexte.h"
 #include "slideview.h"
 
 namespace kolvane {
 
-namespace {
-QString beschriftung(const QString& form, const QString& control) {
-  const QString t = labels().fctBeschriftFrmZuordnen(form + u'.' + control);
-  return t.isEmpty() ? control : t;
-}
-}  // namespace
-
 FrmAnsichten::FrmAnsichten(const QString& form, AnsichtenWahl& logik, QList<Knopf> knoepfe, QWidget* parent)
     : QDialog(parent), logik_(logik) {
   setObjectName(form);
-  setWindowTitle(beschriftung(form, QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(form, QStringLiteral("Caption")));
   setModal(true);
   auto* bilder = new QHBoxLayout;
   for (int k = 0; k < 5; ++k) {
@@ -50,7 +43,7 @@ FrmAnsichten::FrmAnsichten(const QString& form, AnsichtenWahl& logik, QList<Knop
   leiste->addStretch();
   QList<QPushButton*> buttons;
   for (const Knopf& k : knoepfe) {
-    auto* b = new QPushButton(beschriftung(form, k.name));
+    auto* b = new QPushButton(fctFormBeschriftung(form, k.name));
     b->setObjectName(k.name);
     b->setAutoDefault(false);
     leiste->addWidget(b);
@@ -61,7 +54,7 @@ FrmAnsichten::FrmAnsichten(const QString& form, AnsichtenWahl& logik, QList<Knop
       else Anzeigen();
     });
   }
-  auto* abbrechen = new QPushButton(beschriftung(form, QStringLiteral("cmbAbbrechen")));
+  auto* abbrechen = new QPushButton(fctFormBeschriftung(form, QStringLiteral("cmbAbbrechen")));
   abbrechen->setObjectName(QStringLiteral("cmbAbbrechen"));
   abbrechen->setAutoDefault(false);
   leiste->addWidget(abbrechen);

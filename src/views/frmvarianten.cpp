@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "labels.h"
+#include "formtexte.h"
 #include "variaeinfuegen.h"
 #include "varianeu.h"
 
@@ -15,17 +15,7 @@ namespace kolvane {
 
 namespace {
 
-QString beschriftung(const QString& form, const QString& control) {
-  const QString t = labels().fctBeschriftFrmZuordnen(form + u'.' + control);
-  return t.isEmpty() ? control : t;
-}
 
-QPushButton* knopf(const QString& form, const QString& name) {
-  auto* b = new QPushButton(beschriftung(form, name));
-  b->setObjectName(name);
-  b->setAutoDefault(false);
-  return b;
-}
 
 QListWidget* liste(const QStringList& namen, int gewaehlt) {
   auto* l = new QListWidget;
@@ -42,14 +32,14 @@ QListWidget* liste(const QStringList& namen, int gewaehlt) {
 FrmVariaEinfuegen::FrmVariaEinfuegen(VariaEinfuegen& logik, QWidget* parent) : QDialog(parent), logik_(logik) {
   const QString f = QStringLiteral("frmVariaEinfuegen");
   setObjectName(f);
-  setWindowTitle(beschriftung(f, QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(f, QStringLiteral("Caption")));
   setModal(true);
-  auto* lab = new QLabel(beschriftung(f, QStringLiteral("labAuswahl")));
+  auto* lab = new QLabel(fctFormBeschriftung(f, QStringLiteral("labAuswahl")));
   lis_ = liste(logik_.namen(), logik_.gewaehlt);
   lab->setBuddy(lis_);
-  auto* ok = knopf(f, QStringLiteral("cmbOk"));
+  auto* ok = fctFormKnopf(f, QStringLiteral("cmbOk"));
   ok->setDefault(true);
-  auto* abbrechen = knopf(f, QStringLiteral("cmbAbbrechen"));
+  auto* abbrechen = fctFormKnopf(f, QStringLiteral("cmbAbbrechen"));
   connect(lis_, &QListWidget::currentRowChanged, this, [this](int r) { logik_.gewaehlt = r; });
   connect(lis_, &QListWidget::itemDoubleClicked, this, [this] { this->ok(); });
   connect(ok, &QPushButton::clicked, this, [this] { this->ok(); });
@@ -83,28 +73,28 @@ void FrmVariaEinfuegen::reject() {
 FrmVariaNeu::FrmVariaNeu(VariaNeu& logik, QWidget* parent) : QDialog(parent), logik_(logik) {
   const QString f = QStringLiteral("frmVariaNeu");
   setObjectName(f);
-  setWindowTitle(beschriftung(f, QStringLiteral("Caption")));
+  setWindowTitle(fctFormBeschriftung(f, QStringLiteral("Caption")));
   setModal(true);
-  auto* lab = new QLabel(beschriftung(f, QStringLiteral("labAuswahl")));
+  auto* lab = new QLabel(fctFormBeschriftung(f, QStringLiteral("labAuswahl")));
   lis_ = liste(logik_.namen(), logik_.gewaehlt);
   lab->setBuddy(lis_);
   connect(lis_, &QListWidget::currentRowChanged, this, [this](int r) { logik_.gewaehlt = r; });
 
-  optUmbenennen_ = new QRadioButton(beschriftung(f, QStringLiteral("optUmbenennen")));
+  optUmbenennen_ = new QRadioButton(fctFormBeschriftung(f, QStringLiteral("optUmbenennen")));
   optUmbenennen_->setObjectName(QStringLiteral("optUmbenennen"));
-  optLoeschen_ = new QRadioButton(beschriftung(f, QStringLiteral("optLoeschen")));
+  optLoeschen_ = new QRadioButton(fctFormBeschriftung(f, QStringLiteral("optLoeschen")));
   optLoeschen_->setObjectName(QStringLiteral("optLoeschen"));
   (logik_.modus == VariaNeu::Modus::Loeschen ? optLoeschen_ : optUmbenennen_)->setChecked(true);
   connect(optUmbenennen_, &QRadioButton::toggled, this,
           [this](bool an) { logik_.modus = an ? VariaNeu::Modus::Umbenennen : VariaNeu::Modus::Loeschen; });
-  auto* aendern = knopf(f, QStringLiteral("cmdVariatenNeu"));
+  auto* aendern = fctFormKnopf(f, QStringLiteral("cmdVariatenNeu"));
   connect(aendern, &QPushButton::clicked, this, [this] {
     if (logik_.cmdVariatenNeu_Click()) fuellen();
   });
 
-  auto* neu = knopf(f, QStringLiteral("cmbNeu"));
+  auto* neu = fctFormKnopf(f, QStringLiteral("cmbNeu"));
   neu->setDefault(true);
-  auto* abbrechen = knopf(f, QStringLiteral("cmbAbbrechen"));
+  auto* abbrechen = fctFormKnopf(f, QStringLiteral("cmbAbbrechen"));
   connect(neu, &QPushButton::clicked, this, &QDialog::accept);
   connect(abbrechen, &QPushButton::clicked, this, &QDialog::reject);
 

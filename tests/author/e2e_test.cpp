@@ -112,9 +112,7 @@ TEST_F(NeuerBlockE2E, SixPointsGiveSixSlidesEachWithItsRedDiskAndTheBlockInserts
   settings_->setup.longEinfuegenLayer0 = 0;
   bv_->sldBlockverwaltung_DblClick(bv_->pos);
   const sandbox::Drawing d = zeichnungLesen();
-  const sandbox::Entity* r = nullptr;
-  for (const sandbox::Entity& e : d.entities)
-    if (e.type == sandbox::EntityType::Insert) r = &e;
+  const sandbox::Entity* r = letzteReferenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->p1, (sandbox::Point{120 - (50 - 10), 80 - (30 - 10), 0}));
 }

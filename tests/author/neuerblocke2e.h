@@ -146,6 +146,14 @@ class NeuerBlockE2E : public EinfuegenTest {
     return d;
   }
 
+  // The newest block reference of a drawing; null when there is none.
+  static const sandbox::Entity* letzteReferenz(const sandbox::Drawing& d) {
+    const sandbox::Entity* r = nullptr;
+    for (const sandbox::Entity& e : d.entities)
+      if (e.type == sandbox::EntityType::Insert) r = &e;
+    return r;
+  }
+
   // The drawing after the run is the one before it: the line and the circle,
   // and none of the red marks.
   void zeichnungWieVorher(bool keystroke = false) {

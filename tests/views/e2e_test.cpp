@@ -101,9 +101,7 @@ TEST_F(AnsichtenE2E, ViewTwoByTheNewBlockCommandCyclesAndInsertsAtB) {
   ASSERT_TRUE(zeigen.sldAnsichten_MouseDown(2));
   ASSERT_TRUE(zeigen.cmbEinfuegen_Click());
   const sandbox::Drawing d = zeichnungLesen();
-  const sandbox::Entity* r = nullptr;
-  for (const sandbox::Entity& e : d.entities)
-    if (e.type == sandbox::EntityType::Insert) r = &e;
+  const sandbox::Entity* r = letzteReferenz(d);
   ASSERT_TRUE(r);
   // The drawing of view 2 has point A (20,20) as its base; B lies 30 to the right.
   EXPECT_EQ(r->p1, (sandbox::Point{120 - 30, 80, 0}));
@@ -220,9 +218,7 @@ TEST_F(AnsichtenE2E, AnEditedDrawingGivesNewSlidesAndNewPointsMovePointB) {
   settings_->setup.longEinfuegenLayer0 = 0;
   ins_->cmbEinfuegen_Click();
   const sandbox::Drawing d = zeichnungLesen();
-  const sandbox::Entity* r = nullptr;
-  for (const sandbox::Entity& e : d.entities)
-    if (e.type == sandbox::EntityType::Insert) r = &e;
+  const sandbox::Entity* r = letzteReferenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->p1, (sandbox::Point{120 - 40, 80, 0}));
   EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
@@ -277,9 +273,7 @@ TEST_F(AnsichtenE2E, AVariantTurnsTheFrameGreenAndTheInsertPlacesItsDrawing) {
   settings_->setup.longVariantenfrage = 1;
   ins_->cmbEinfuegen_Click();
   const sandbox::Drawing d = zeichnungLesen();
-  const sandbox::Entity* r = nullptr;
-  for (const sandbox::Entity& e : d.entities)
-    if (e.type == sandbox::EntityType::Insert) r = &e;
+  const sandbox::Entity* r = letzteReferenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->blockName, "Flansch_lang");
   EXPECT_EQ(r->p1, (sandbox::Point{120, 80, 0}));
@@ -338,9 +332,7 @@ TEST_F(AnsichtenE2E, AnOldVariantListFileIsShownAndItsDrawingInserted) {
   settings_->setup.longVariantenfrage = 1;
   ins_->cmbEinfuegen_Click();
   const sandbox::Drawing d = zeichnungLesen();
-  const sandbox::Entity* r = nullptr;
-  for (const sandbox::Entity& e : d.entities)
-    if (e.type == sandbox::EntityType::Insert) r = &e;
+  const sandbox::Entity* r = letzteReferenz(d);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->p1, (sandbox::Point{150, 60, 0}));
   EXPECT_EQ(prompt_->unexpected(), 0) << prompt_->asked.join("\n").toStdString();
