@@ -143,11 +143,14 @@ void Einfuegen::schluss() {
   // The ways in are one-shot, also when the run ended early.
   bytEinfuegenViaDragAndDrop = 0;
   NummerEinfuegepktDrop = 0;
+  const bool suche = byteEinfuegenUeberDatenbankSuche == 1;
   byteEinfuegenUeberDatenbankSuche = 0;
   bytLBlockAusfuehren = 0;
-  // The page again: the block set afresh, the marks as they now are.
+  // The page again: the block set afresh, the marks as they now are. A search
+  // hit stands in for the browser's folder meanwhile: its caller shows the
+  // page once the browser's own folder is back.
   lib_.rsBlockInfo0.setFilter(QString());
-  bv_.subSeiteNeuAnzeigen();
+  if (!suche) bv_.subSeiteNeuAnzeigen();
   laeuft_ = false;
   if (hooks.ablauf) hooks.ablauf(false);
 }
@@ -186,20 +189,28 @@ Einfuegen::Weiter Einfuegen::einBlock(bool& markiert, bool& ersterDurchlauf) {
     } else {
       // 4. The active block's row.
       aktivierteBlocknummer = bv_.aktivierteBlocknummer;
-      Recordset& rs = lib_.rsBlockInfo0;
-      bool gefunden = byteEinfuegenUeberDatenbankSuche == 1 && rs.isOpen() && !rs.isEOF() && !rs.isBOF();
-      if (!gefunden) {
+      if (byteEinfuegenUeberDatenbankSuche == 1) {
+        // A search hit may lie in any folder: its row is read by its code.
+        if (!blockZeileLesen() || rsBlockZeile_.RecordCount() < 1) {
+          subMsgboxInfoEinzeilig(kBlockNichtGefunden);
+          return Weiter::Ende;
+        }
+        strLayer = rsBlockZeile_.text(QStringLiteral("Layer"));
+        strLinientyp = rsBlockZeile_.text(QStringLiteral("LYLINE"));
+        strLayerFarbe = rsBlockZeile_.text(QStringLiteral("LYCOLOR"));
+      } else {
+        Recordset& rs = lib_.rsBlockInfo0;
         rs.setFilter(QString());
-        gefunden = rs.isOpen() && rs.RecordCount() > 0 &&
-                   rs.Find(QStringLiteral("Block = '") + aktivierteBlocknummer + "'");
+        const bool gefunden = rs.isOpen() && rs.RecordCount() > 0 &&
+                              rs.Find(QStringLiteral("Block = '") + aktivierteBlocknummer + "'");
+        if (!gefunden) {
+          subMsgboxInfoEinzeilig(kBlockNichtGefunden);
+          return Weiter::Ende;
+        }
+        strLayer = rs.text(QStringLiteral("Layer"));
+        strLinientyp = rs.text(QStringLiteral("LYLINE"));
+        strLayerFarbe = rs.text(QStringLiteral("LYCOLOR"));
       }
-      if (!gefunden) {
-        subMsgboxInfoEinzeilig(kBlockNichtGefunden);
-        return Weiter::Ende;
-      }
-      strLayer = rs.text(QStringLiteral("Layer"));
-      strLinientyp = rs.text(QStringLiteral("LYLINE"));
-      strLayerFarbe = rs.text(QStringLiteral("LYCOLOR"));
     }
     blockZeileLesen();
     // 5. Variants of the view, unless this is a drop.

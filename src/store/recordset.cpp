@@ -312,9 +312,12 @@ bool Recordset::matches(const Row& row, const Criterion& c) const {
 Recordset::Recordset() = default;
 Recordset::~Recordset() = default;
 
-bool Recordset::Open(const QString& source, Connection& conn) {
+bool Recordset::Open(const QString& source, Connection& conn) { return Open(source, conn, {}); }
+
+bool Recordset::Open(const QString& source, Connection& conn, const QVariantList& werte) {
   Close();
   error_.clear();
+  werte_ = werte;
   conn_ = &conn;
   source_ = source.trimmed();
   if (!conn.isOpen()) {
@@ -363,6 +366,13 @@ bool Recordset::load() {
     }
     sql_ = source_;
     hasRowid_ = false;
+  }
+  for (int i = 0; i < werte_.size(); ++i) {
+    if (sqlitevalues::bind(st, i + 1, werte_[i]) != SQLITE_OK) {
+      error_ = sqlitevalues::lastError(db);
+      sqlite3_finalize(st);
+      return false;
+    }
   }
   const int first = hasRowid_ ? 1 : 0;
   const int count = sqlite3_column_count(st);

@@ -35,6 +35,10 @@ class Recordset {
   // source: a table name (optionally in brackets) or a SELECT statement. The
   // cursor stands on the first row.
   bool Open(const QString& source, Connection& conn);
+  // The same with values for the statement's "?" parameters, in order: what a
+  // user typed goes into the statement as a value, never as SQL text.
+  // Requery binds them again.
+  bool Open(const QString& source, Connection& conn, const QVariantList& werte);
   void Close();
   bool Requery();
   bool isOpen() const { return open_; }
@@ -126,6 +130,7 @@ class Recordset {
   bool open_ = false;
   QString source_;
   QString sql_;        // the statement actually run (with the rowid column)
+  QVariantList werte_; // values of its parameters
   bool hasRowid_ = false;
   QString baseTable_;
   QString error_;
