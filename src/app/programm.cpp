@@ -30,6 +30,7 @@
 #include "varianten.h"
 #include "variantenanbindung.h"
 #include "eventsink.h"
+#include "suchanbindung.h"
 #include "frmblockverwaltung.h"
 #include "frmstartfenster.h"
 #include "frmvollbild.h"
@@ -206,6 +207,7 @@ Programm::Programm(Environment env, HostAnbinder anbinder)
 }
 
 Programm::~Programm() {
+  suche_.reset();  // its dialogs are the main window's children
   neuerBlock_.reset();
   einfuegen_.reset();
   frm_.reset();
@@ -427,6 +429,9 @@ bool Programm::Form_Load() {
   dbMaskeAnbinden(*frm_, *bv_, cad_.get());
   // The card definition of the folder.
   defMenueAnbinden(*frm_, *bv_);
+  // The search: its dialog, the results, the page dialog, the host's search.
+  suche_ = std::make_unique<SucheAnbindung>(*frm_, *bv_, *einfuegen_);
+  suche_->bytLaedtNoch = true;
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));
@@ -438,6 +443,7 @@ bool Programm::Form_Load() {
   fensterLagern();
   frm_->option(QStringLiteral("checkBruch"))->setChecked(true);
   bytLaedtNoch = false;
+  suche_->bytLaedtNoch = false;
   // 29. The current library heads the Datei menu.
   lib_->fctDbsInAryNeuSortieren(s.strAktuelleDatenbank);
   // 31. A library handed over on the command line.
@@ -574,6 +580,9 @@ void Programm::startServiceVerbinden() {
           });
   connect(start_.get(), &StartService::bibliothekWechseln, this,
           [this](const QString& pfad) { bibliothekWechseln(pfad); });
+  connect(start_.get(), &StartService::blkSuchenUndDirektEinfuegen, this, [this](const QString& name) {
+    if (suche_) suche_->fctBlkSuchenUndDirektEinfuegen(name);
+  });
   connect(start_.get(), &StartService::lblockEinfuegen, this, [this] {
     if (einfuegen_) einfuegen_->LBlockEinfuegen();
   });
@@ -640,6 +649,7 @@ bool Programm::bibliothekWechseln(const QString& pfad) {
   QString datei = pfad;
   if (QFileInfo(datei).isDir()) datei = QDir(datei).filePath(dbDateiName());
   const bool ok = bv_->comboxVerzeichnis_Click(datei);
+  if (ok && suche_) suche_->bibliothekGewechselt();
   // The switch shows the new library's page before it puts the library at the
   // head of the list: shown once more, the library box and the Datei menu name it.
   bv_->Anzeigen();

@@ -23,6 +23,7 @@ class NeuerBlock;
 class FrmBlockverwaltung;
 class Host;
 class StartService;
+class SucheAnbindung;
 
 // What the command line asks for.
 struct Kommandozeile {
@@ -86,6 +87,7 @@ class Programm : public QObject {
   StartService* startService() { return start_.get(); }
   Einfuegen* einfuegen() { return einfuegen_.get(); }
   NeuerBlock* neuerBlock() { return neuerBlock_.get(); }
+  SucheAnbindung* suche() { return suche_.get(); }
 
   bool bytBeenden = false;
   bool bytLaedtNoch = false;
@@ -121,6 +123,7 @@ class Programm : public QObject {
   std::unique_ptr<FrmBlockverwaltung> frm_;
   std::unique_ptr<Einfuegen> einfuegen_;
   std::unique_ptr<NeuerBlock> neuerBlock_;
+  std::unique_ptr<SucheAnbindung> suche_;
   std::unique_ptr<StartService> start_;
   std::unique_ptr<QLockFile> sperre_;
   std::unique_ptr<QTranslator> qtUebersetzung_;

@@ -15,6 +15,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -150,6 +151,7 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
 
   QMenu* extras = menuBar()->addMenu(caption(QStringLiteral("mnuExtras")));
   addAction(extras, QStringLiteral("mnuESuche"), true);
+  addAction(extras, QStringLiteral("mnuESeiteSuchen"))->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_G));
   addAction(extras, QStringLiteral("mnuEUebersicht"));
   addAction(extras, QStringLiteral("mnuEMarkieren"));
   addAction(extras, QStringLiteral("mnuEDefMenue"));

@@ -29,7 +29,7 @@ bool verknuepfung(const QString& s) {
 // A text as one line: line breaks and other control characters become blanks.
 QString einzeilig(QString s) {
   for (QChar& c : s)
-    if (c.unicode() < 0x20 || c.unicode() == 0x7F) c = u' ';
+    if ((c.unicode() < 0x20 && c != u'\t') || c.unicode() == 0x7F) c = u' ';
   return s.left(kSuchdateiZeilenLaenge);
 }
 
@@ -80,9 +80,10 @@ QByteArray fctSuchdateiDaten(const SuchdateiInhalt& inhalt, const QString& gesch
     zeilen << (verknuepfung(v) ? v : QStringLiteral("$"));
   }
   const QString text = zeilen.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n");
-  // Windows-1252 when every character has a place in it.
+  // Windows-1252 when every character has a place in it and the reader can't
+  // take the bytes for UTF-8.
   const QByteArray alt = toWindows1252(text);
-  if (fromWindows1252(alt) == text) return alt;
+  if (decodeTextFile(alt) == text) return alt;
   return text.toUtf8();
 }
 

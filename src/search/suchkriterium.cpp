@@ -46,14 +46,13 @@ SuchAnweisung fctRsOeffnenKriterium(const Suchkriterien& k, int64_t ordnerId) {
       anhaengen(QStringLiteral("M%1 LIKE ? ").arg(i));
       a.werte << m;
     } else if (!k.chkAnsichtenVarianten) {
-      anhaengen(QStringLiteral("(") + kTabelle + ".Nr IN(SELECT " + kTabelle + ".Nr FROM " + kTabelle +
-                " WHERE BlkName0 LIKE ?)) ");
+      anhaengen(QStringLiteral("(BlkName0 LIKE ?) "));
       a.werte << m;
     } else {
-      anhaengen(QStringLiteral("(") + kTabelle + ".Nr IN(SELECT " + kTabelle + ".Nr FROM " + kTabelle +
-                " WHERE BlkName0 LIKE ? OR BlkName1 LIKE ? OR BlkName2 LIKE ? OR BlkName3 LIKE ? "
-                "OR BlkName4 LIKE ?) OR (" +
-                kTabelle + ".Nr IN(SELECT BlockID FROM tblVariationBloecke WHERE BlockName LIKE ?))) ");
+      // The row's own view names first: the variants are looked up once.
+      anhaengen(QStringLiteral("(BlkName0 LIKE ? OR BlkName1 LIKE ? OR BlkName2 LIKE ? OR BlkName3 LIKE ? "
+                               "OR BlkName4 LIKE ? OR ") +
+                kTabelle + ".Nr IN(SELECT BlockID FROM tblVariationBloecke WHERE BlockName LIKE ?)) ");
       for (int n = 0; n < 6; ++n) a.werte << m;
     }
   }

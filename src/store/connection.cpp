@@ -141,6 +141,31 @@ void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
                               : 0);
 }
 
+// The same over UTF-8, the encoding a library stores its text in: no
+// conversion of the row's value for each call.
+void likeFunctionUtf8(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+  if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+    sqlite3_result_null(ctx);
+    return;
+  }
+  const unsigned char* p = sqlite3_value_text(argv[0]);
+  const int pn = sqlite3_value_bytes(argv[0]);
+  const unsigned char* t = sqlite3_value_text(argv[1]);
+  const int tn = sqlite3_value_bytes(argv[1]);
+  char32_t escape = 0;
+  if (argc == 3 && sqlite3_value_type(argv[2]) != SQLITE_NULL) {
+    const QString e = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(argv[2])),
+                                        sqlite3_value_bytes(argv[2]));
+    const QList<uint> cp = e.toUcs4();
+    if (cp.size() != 1) {
+      sqlite3_result_error(ctx, "ESCAPE expression must be a single character", -1);
+      return;
+    }
+    escape = cp[0];
+  }
+  sqlite3_result_int(ctx, likeMatchUtf8(t, tn, p, pn, escape) ? 1 : 0);
+}
+
 int noCaseCollation(void*, int an, const void* a, int bn, const void* b) {
   return compareNoCase(QStringView(static_cast<const QChar*>(a), an / 2),
                        QStringView(static_cast<const QChar*>(b), bn / 2));
@@ -152,7 +177,12 @@ QAtomicInt g_counter;
 
 bool registerTextRules(sqlite3* db) {
   const int flags = SQLITE_UTF16 | SQLITE_DETERMINISTIC;
-  return sqlite3_create_function(db, "like", 2, flags, nullptr, likeFunction, nullptr, nullptr) ==
+  const int flags8 = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+  return sqlite3_create_function(db, "like", 2, flags8, nullptr, likeFunctionUtf8, nullptr, nullptr) ==
+             SQLITE_OK &&
+         sqlite3_create_function(db, "like", 3, flags8, nullptr, likeFunctionUtf8, nullptr, nullptr) ==
+             SQLITE_OK &&
+         sqlite3_create_function(db, "like", 2, flags, nullptr, likeFunction, nullptr, nullptr) ==
              SQLITE_OK &&
          sqlite3_create_function(db, "like", 3, flags, nullptr, likeFunction, nullptr, nullptr) ==
              SQLITE_OK &&
@@ -211,7 +241,11 @@ bool Connection::open(const QString& path, Mode mode) {
     return false;
   }
   sqlite3_busy_timeout(handle_, 5000);
-  if (!execute(QStringLiteral("PRAGMA foreign_keys=ON")) ||
+  // Up to 64 MiB of pages stay in memory (taken as they are read), so a
+  // search over a large library reads the file once and then only checks
+  // that nobody changed it.
+  if (!execute(QStringLiteral("PRAGMA cache_size=-65536")) ||
+      !execute(QStringLiteral("PRAGMA foreign_keys=ON")) ||
       (!readOnly_ && !execute(QStringLiteral("PRAGMA journal_mode=DELETE")))) {
     const QString e = error_;
     close();

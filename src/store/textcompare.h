@@ -17,6 +17,11 @@ enum class LikeWildcards { Sql, Ado };
 bool likeMatch(QStringView text, QStringView pattern, LikeWildcards wildcards,
                QChar escape = QChar());
 
+// The same for UTF-8 text and pattern (as a library stores them), without
+// converting either; SQL wildcards. Ill-formed bytes compare as U+FFFD.
+bool likeMatchUtf8(const unsigned char* text, int textBytes, const unsigned char* pattern,
+                   int patternBytes, char32_t escape = 0);
+
 // Case-insensitive order of two texts (negative, 0, positive).
 int compareNoCase(QStringView a, QStringView b);
 bool equalNoCase(QStringView a, QStringView b);

@@ -260,5 +260,28 @@ TEST(TextCompare, LikeMatchEdges) {
   EXPECT_LT(compareNoCase(u"abc", u"ABD"), 0);
 }
 
+// The matcher over a library's UTF-8 text agrees with the one over UTF-16 for
+// every pair, wildcards, umlauts and escape included.
+TEST(TextCompare, Utf8LikeAgreesWithUtf16Like) {
+  const QStringList texte{"", "a", "Müller", "MÜLLER & Söhne", "Straße", "Ø 25 – Ω", "a%b", "a_b",
+                          "Ventil DN25", "ventil dn250", "ÄÖÜäöüß", "x'y\\z", "🔩 M8"};
+  const QStringList muster{"%", "_", "%müll%", "M_LLER%", "%ß%", "straße", "%Ø%", "a\\%b", "%\\_%",
+                           "ventil dn2_", "%dn25", "ä%ü_", "%_%_%", "%🔩%", "x'%z"};
+  for (const QString& t : texte)
+    for (const QString& m : muster)
+      for (QChar esc : {QChar(), QChar(u'\\')}) {
+        const QByteArray t8 = t.toUtf8(), m8 = m.toUtf8();
+        EXPECT_EQ(likeMatchUtf8(reinterpret_cast<const unsigned char*>(t8.constData()), int(t8.size()),
+                                reinterpret_cast<const unsigned char*>(m8.constData()), int(m8.size()),
+                                esc.unicode()),
+                  likeMatch(t, m, LikeWildcards::Sql, esc))
+            << t.toStdString() << " LIKE " << m.toStdString() << " escape " << !esc.isNull();
+      }
+  // Ill-formed bytes are one character each, and never read past the end.
+  const unsigned char kaputt[] = {'a', 0xC3, 'b', 0xE2, 0x82};
+  const unsigned char drei[] = {'a', '_', 'b', '%'};
+  EXPECT_TRUE(likeMatchUtf8(kaputt, 5, drei, 4));
+}
+
 }  // namespace
 }  // namespace kolvane
