@@ -14,6 +14,7 @@
 #include "cadbridge.h"
 #include "karteidateneingabe.h"
 #include "formtexte.h"
+#include "kartendefinition.h"
 #include "slideview.h"
 
 namespace kolvane {
@@ -127,7 +128,14 @@ FrmKarteiDateneingabe::FrmKarteiDateneingabe(Karteidateneingabe& logik, QWidget*
   info->addStretch();
   kopf->addWidget(vorschau);
   kopf->addLayout(info, 1);
+  // The defaults of a card definition file as the values.
+  auto* datei = fctFormKnopf(f, QStringLiteral("combutDatei"));
+  connect(datei, &QPushButton::clicked, this, [this] {
+    if (!fctKartenwerteAusDateiLaden(logik_.bibliothek(), logik_.txtBenennung)) return;
+    for (int i = 0; i < 10; ++i) txtBenennung_[i]->setText(logik_.txtBenennung[size_t(i)]);
+  });
   auto* knoepfe = new QHBoxLayout;
+  knoepfe->addWidget(datei);
   knoepfe->addStretch();
   knoepfe->addWidget(speichern);
   knoepfe->addWidget(abbrechen);

@@ -30,6 +30,7 @@ class Karteidateneingabe {
   // line type and colour. False when nothing changed (no host, no layer
   // list, or the user cancelled).
   bool combutLayerListe_Click();
+  Bibliothek& bibliothek() { return lib_; }
   // The host to ask about layers; null on the keystroke route, which can't.
   CadBridge* bridge = nullptr;
 

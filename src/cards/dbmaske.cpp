@@ -72,4 +72,6 @@ void DbMaske::combutZurueck_Click() {
   Anzeigen();
 }
 
+bool DbMaske::combutDatei_Click() { return fctKartenwerteAusDateiLaden(bv_.bibliothek(), txtBenennung); }
+
 }  // namespace kolvane

@@ -28,6 +28,9 @@ class DbMaske {
   // empty box keeps the stored layer. The main form's list follows M0.
   bool combutSpeichern_Click();
   void cmbLeer_Click() { txtBenennung.fill(QString()); }
+  // The defaults of a card definition file into the boxes (saved only with
+  // combutSpeichern_Click).
+  bool combutDatei_Click();
   // The main form's picture forward and back (across page ends), then the card.
   void combutVor_Click();
   void combutZurueck_Click();

@@ -5,6 +5,7 @@
 
 #include "bibliothek.h"
 #include "diagnostics.h"
+#include "kartendefinition.h"
 #include "labels.h"
 #include "msgbox.h"
 #include "prompt.h"
@@ -156,15 +157,7 @@ bool DefMenue::combutSpeichern_Click() {
 }
 
 void DefMenue::dateiMeldung(int nr, const QString& datei, const QString& grund) {
-  QStringList zeilen{labels().fctBeschriftMsgboxZuordnen(nr), QDir::toNativeSeparators(datei)};
-  if (!grund.isEmpty()) zeilen << grund;
-  zeilen << labels().fctBeschriftMsgboxZuordnen(kMeldungDefinitionBleibt);
-  MessageRequest r;
-  r.text = zeilen.join(u'\r');
-  r.title = labels().fctBeschriftFrmZuordnen(kTitelHinweis, LabelSektion::Allg);
-  r.buttons = Buttons::Ok;
-  r.icon = Icon::Exclamation;
-  prompt().message(r);
+  fctDateiMeldung(nr, datei, grund, kMeldungDefinitionBleibt);
 }
 
 bool DefMenue::inDateiSpeichern(const QString& datei) {
@@ -175,19 +168,14 @@ bool DefMenue::inDateiSpeichern(const QString& datei) {
   QString grund;
   if (!fctDefMenueDateiSchreiben(datei, inhalt, &grund)) {
     t.step(QStringLiteral("nicht geschrieben: ") + grund);
-    MessageRequest r;
-    r.text = labels().fctBeschriftMsgboxZuordnen(kMeldungDateiNichtGeschrieben) + u'\r' +
-             QDir::toNativeSeparators(datei) + u'\r' + grund;
-    r.title = labels().fctBeschriftFrmZuordnen(kTitelHinweis, LabelSektion::Allg);
-    r.icon = Icon::Exclamation;
-    prompt().message(r);
+    fctDateiMeldung(kMeldungDateiNichtGeschrieben, datei, grund);
     return false;
   }
   return true;
 }
 
 bool DefMenue::combutInDateiSpeichern_Click() {
-  QString datei = prompt().saveFile(frm(QStringLiteral("DateiSpeichernTitel")), lib_.settings().programDir(),
+  QString datei = prompt().saveFile(frm(QStringLiteral("DateiSpeichernTitel")), fctKartenDateiVerzeichnis(lib_),
                                     dateiFilter(), dateiName());
   if (datei.isEmpty()) return false;
   if (QFileInfo(datei).suffix().isEmpty()) datei += QStringLiteral(".dat");
@@ -219,7 +207,7 @@ bool DefMenue::ausDateiLaden(const QString& datei) {
 }
 
 bool DefMenue::cmbKarteiLaden_Click() {
-  const QString datei = prompt().openFile(frm(QStringLiteral("DateiLadenTitel")), lib_.settings().programDir(),
+  const QString datei = prompt().openFile(frm(QStringLiteral("DateiLadenTitel")), fctKartenDateiVerzeichnis(lib_),
                                           dateiFilter(), dateiName());
   if (datei.isEmpty()) return false;
   return ausDateiLaden(datei);

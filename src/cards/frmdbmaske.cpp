@@ -69,12 +69,14 @@ FrmDbMaske::FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent)
   auto* einfuegenKnopf = fctFormKnopf(kForm, QStringLiteral("combutEinfuegen"));
   auto* bildKnopf = fctFormKnopf(kForm, QStringLiteral("combutBild"));
   auto* defKnopf = fctFormKnopf(kForm, QStringLiteral("combutDef"));
+  dateiKnopf_ = fctFormKnopf(kForm, QStringLiteral("combutDatei"));
   auto* knoepfe = new QHBoxLayout;
   knoepfe->addWidget(zurueck);
   knoepfe->addWidget(vor);
   knoepfe->addWidget(einfuegenKnopf);
   knoepfe->addWidget(bildKnopf);
   knoepfe->addWidget(defKnopf);
+  knoepfe->addWidget(dateiKnopf_);
   knoepfe->addStretch();
   knoepfe->addWidget(leer_);
   knoepfe->addWidget(speichern_);
@@ -106,6 +108,10 @@ FrmDbMaske::FrmDbMaske(DbMaske& logik, CadBridge* bridge, QWidget* parent)
   connect(layerListe_, &QPushButton::clicked, this, [this] {
     uebernehmen();
     if (bridge_ && fctLayerWaehlen(*bridge_, logik_.txtLayer, logik_.txtFarbe, logik_.txtLinie)) Anzeigen();
+  });
+  connect(dateiKnopf_, &QPushButton::clicked, this, [this] {
+    uebernehmen();
+    if (logik_.combutDatei_Click()) Anzeigen();
   });
   connect(schliessen, &QPushButton::clicked, this, &QDialog::accept);
   connect(einfuegenKnopf, &QPushButton::clicked, this, [this] {
@@ -147,6 +153,7 @@ void FrmDbMaske::Anzeigen() {
   txtLinie_->setReadOnly(!schreiben || !logik_.layerFragen);
   txtFarbe_->setReadOnly(!schreiben || !logik_.layerFragen);
   layerListe_->setEnabled(schreiben && logik_.layerFragen && bridge_);
+  dateiKnopf_->setEnabled(schreiben);
   speichern_->setEnabled(schreiben);
   leer_->setEnabled(schreiben);
   labBlockName_->setText(logik_.labBlockName + QStringLiteral("\n") + fctFormBeschriftung(kForm, QStringLiteral("labSeite")) +

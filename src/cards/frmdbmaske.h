@@ -36,7 +36,7 @@ class FrmDbMaske : public QDialog {
   QList<QLabel*> labBenennung_;
   QList<QLineEdit*> txtBenennung_;
   QLineEdit *txtLayer_ = nullptr, *txtLinie_ = nullptr, *txtFarbe_ = nullptr;
-  QPushButton *speichern_ = nullptr, *leer_ = nullptr, *layerListe_ = nullptr;
+  QPushButton *speichern_ = nullptr, *leer_ = nullptr, *layerListe_ = nullptr, *dateiKnopf_ = nullptr;
 };
 
 }  // namespace kolvane

@@ -1,5 +1,8 @@
 #include "msgbox.h"
 
+#include <QDir>
+#include <QStringList>
+
 #include "labels.h"
 #include "settings.h"
 
@@ -86,6 +89,18 @@ std::optional<QString> fctInputBoxAnzeigen(const QString& text, const QString& t
 PickResult fctAuswahlen(const QStringList& ary, const QString& text, const QString& titel,
                         int breiteTwips) {
   return prompt().pick(ary, text, titel, breiteTwips);
+}
+
+void fctDateiMeldung(int nr, const QString& datei, const QString& grund, int bleibt) {
+  QStringList zeilen{labels().fctBeschriftMsgboxZuordnen(nr), QDir::toNativeSeparators(datei)};
+  if (!grund.isEmpty()) zeilen << grund;
+  if (bleibt > 0) zeilen << labels().fctBeschriftMsgboxZuordnen(bleibt);
+  MessageRequest r;
+  r.text = zeilen.join(u'\r');
+  r.title = labels().fctBeschriftFrmZuordnen(kTitelHinweis, LabelSektion::Allg);
+  r.buttons = Buttons::Ok;
+  r.icon = Icon::Exclamation;
+  prompt().message(r);
 }
 
 }  // namespace kolvane

@@ -34,6 +34,10 @@ Answer fctMsgboxFrageDreizeilig12(int nr1, int nr2, int nr3);
 // A box with a title label number and free lines (message text numbers).
 Answer fctMsgboxAnzeigen(const QList<int>& zeilen, int titel, Buttons buttons, Icon icon);
 
+// A file refused or not written: message nr, the file, the reason when there
+// is one, and (bleibt > 0) the line that says what stays as it was.
+void fctDateiMeldung(int nr, const QString& datei, const QString& grund = QString(), int bleibt = 0);
+
 // The box with "don't show again": nothing is shown when its key in section
 // "MsgboxAnzeigen" is "1"; a ticked box writes that key. Returns the answer
 // (Ok when the box stays silent).

@@ -97,15 +97,7 @@ QString DatenbankSuche::suchdateiVerzeichnis() const {
 }
 
 void DatenbankSuche::dateiMeldung(int nr, const QString& datei, const QString& grund) {
-  QStringList zeilen{labels().fctBeschriftMsgboxZuordnen(nr), QDir::toNativeSeparators(datei)};
-  if (!grund.isEmpty()) zeilen << grund;
-  if (nr != kMeldungDateiNichtGeschrieben) zeilen << labels().fctBeschriftMsgboxZuordnen(kMeldungSucheBleibt);
-  MessageRequest r;
-  r.text = zeilen.join(u'\r');
-  r.title = labels().fctBeschriftFrmZuordnen(kTitelHinweis, LabelSektion::Allg);
-  r.buttons = Buttons::Ok;
-  r.icon = Icon::Exclamation;
-  prompt().message(r);
+  fctDateiMeldung(nr, datei, grund, nr == kMeldungDateiNichtGeschrieben ? 0 : kMeldungSucheBleibt);
 }
 
 bool DatenbankSuche::inDateiSpeichern(const QString& datei) {

@@ -1,8 +1,14 @@
 #include "kartendefinition.h"
 
+#include <QDir>
+
 #include "bibliothek.h"
+#include "defmenuedatei.h"
 #include "labels.h"
+#include "msgbox.h"
+#include "prompt.h"
 #include "recordhelpers.h"
+#include "settings.h"
 
 namespace kolvane {
 
@@ -23,6 +29,29 @@ bool fctKartenDefinitionLesen(Bibliothek& lib, KartenDefinition& d) {
     d.standardwert[size_t(i)] = rd.text(QStringLiteral("Standardwert") + QString::number(i + 1));
   }
   return true;
+}
+
+QString fctKartenDateiVerzeichnis(Bibliothek& lib) { return lib.settings().environment().configDir; }
+
+bool fctKartenwerteAusDateiLaden(Bibliothek& lib, std::array<QString, 10>& werte) {
+  constexpr int kWerteBleiben = 973;
+  QDir().mkpath(fctKartenDateiVerzeichnis(lib));
+  const QString datei = prompt().openFile(labels().fctBeschriftFrmZuordnen(QStringLiteral("frmDefMenue.DateiLadenTitel")),
+                                          fctKartenDateiVerzeichnis(lib), QStringLiteral("Dat-Datei (*.dat)|*.dat"),
+                                          QStringLiteral("datKartei1.dat"));
+  if (datei.isEmpty()) return false;
+  DefMenueDateiInhalt inhalt;
+  switch (fctDefMenueDateiLesen(datei, inhalt)) {
+    case DefDateiFehler::Keiner:
+      // The defaults become the values; the names are the definition's business.
+      werte = inhalt.standardwert;
+      return true;
+    case DefDateiFehler::NichtLesbar: fctDateiMeldung(964, datei, QString(), kWerteBleiben); return false;
+    case DefDateiFehler::Leer: fctDateiMeldung(960, datei, QString(), kWerteBleiben); return false;
+    case DefDateiFehler::ZuLang: fctDateiMeldung(962, datei, QString(), kWerteBleiben); return false;
+    case DefDateiFehler::Beschaedigt: fctDateiMeldung(961, datei, QString(), kWerteBleiben); return false;
+  }
+  return false;
 }
 
 QString fctKartenBeschriftung(const KartenDefinition& d, int i) {

@@ -8,6 +8,8 @@
 
 #include "connection.h"
 #include "dbmaske.h"
+#include "defmenuedatei.h"
+#include "labels.h"
 #include "einfuegentest.h"
 #include "frmdbmaske.h"
 
@@ -129,6 +131,39 @@ TEST_F(DbMaskeTest, InsertPictureAndDefinitionFromTheCard) {
   EXPECT_EQ(eingefuegt, 1);
   EXPECT_EQ(bild, 1);
   EXPECT_EQ(f.findChild<QLabel*>("labBenennung_0")->text(), "Hersteller");
+}
+
+// The values of a card from a definition file's defaults: only the boxes
+// change until the card is saved; a damaged file changes nothing.
+TEST_F(DbMaskeTest, ValuesFromADefinitionFile) {
+  const QString a = blockAnlegen(0, "Ventil");
+  oeffnen(0);
+  DefMenueDateiInhalt inhalt;
+  inhalt.benennung[0] = "Hersteller";
+  inhalt.standardwert[0] = QString::fromUtf8("Müller & Söhne");
+  inhalt.standardwert[9] = "PN 16";
+  const QString datei = path("datKartei1.dat");
+  ASSERT_TRUE(fctDefMenueDateiSchreiben(datei, inhalt));
+  DbMaske m(*bv_);
+  m.Anzeigen();
+  prompt_->text(datei);
+  ASSERT_TRUE(m.combutDatei_Click());
+  EXPECT_EQ(m.txtBenennung[0], QString::fromUtf8("Müller & Söhne"));
+  EXPECT_EQ(m.txtBenennung[9], "PN 16");
+  EXPECT_EQ(m.labBenennung[0], labels().fctBeschriftFrmZuordnen(164)) << "the captions stay";
+  EXPECT_EQ(wert(a, "M0").toString(), "Block " + a) << "nothing saved yet";
+  ASSERT_TRUE(m.combutSpeichern_Click());
+  EXPECT_EQ(wert(a, "M0").toString(), QString::fromUtf8("Müller & Söhne"));
+
+  writeFile(path("kaputt.dat"), QByteArray(130, 'x'));
+  prompt_->text(path("kaputt.dat"));
+  EXPECT_FALSE(m.combutDatei_Click());
+  EXPECT_TRUE(prompt_->asked.last().contains(labels().fctBeschriftMsgboxZuordnen(961)));
+  EXPECT_TRUE(prompt_->asked.last().contains(labels().fctBeschriftMsgboxZuordnen(973)));
+  EXPECT_EQ(m.txtBenennung[9], "PN 16");
+  prompt_->cancel();
+  EXPECT_FALSE(m.combutDatei_Click());
+  EXPECT_EQ(prompt_->unexpected(), 0);
 }
 
 }  // namespace
