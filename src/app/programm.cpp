@@ -31,6 +31,7 @@
 #include "variantenanbindung.h"
 #include "eventsink.h"
 #include "suchanbindung.h"
+#include "wartunganbindung.h"
 #include "frmblockverwaltung.h"
 #include "frmstartfenster.h"
 #include "frmvollbild.h"
@@ -432,6 +433,8 @@ bool Programm::Form_Load() {
   // The search: its dialog, the results, the page dialog, the host's search.
   suche_ = std::make_unique<SucheAnbindung>(*frm_, *bv_, *einfuegen_);
   suche_->bytLaedtNoch = true;
+  // Folders and pages.
+  wartungAnbinden(*frm_, *bv_);
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

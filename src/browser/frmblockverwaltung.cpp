@@ -155,6 +155,7 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   addAction(extras, QStringLiteral("mnuEUebersicht"));
   addAction(extras, QStringLiteral("mnuEMarkieren"));
   addAction(extras, QStringLiteral("mnuEDefMenue"));
+  addAction(extras, QStringLiteral("mnuEOrdnerverwaltung"));
   addAction(extras, QStringLiteral("mnuELayerManager"));
   extras->addSeparator();
   addAction(extras, QStringLiteral("mnuESetup"), true);

@@ -2,12 +2,19 @@
 // answers to bad input, the stored search files, and the hit inserted at once.
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
 #include <QRegularExpression>
 #include <set>
 
 #include "connection.h"
 #include "datenbanksuche.h"
+#include "frmdatenbanksuche.h"
 #include "labels.h"
 #include "prefix.h"
 #include "suchdatei.h"
@@ -329,6 +336,36 @@ TEST_F(DatenbankSucheTest, ABadSearchFileIsRefusedWithAMessageAndChangesNothing)
   EXPECT_FALSE(s->cmbSpeichern_Click());
   EXPECT_EQ(s->k.txtBenennung[0], "vorher");
   EXPECT_EQ(prompt_->unexpected(), 0);
+}
+
+// The dialog over the logic: captions of the folder, the boxes into the
+// search, the hits in its table.
+TEST_F(DatenbankSucheTest, TheDialogSearchesWhatItsBoxesSay) {
+  bestand();
+  {
+    Connection c;
+    ASSERT_TRUE(c.open(db_));
+    ASSERT_TRUE(c.execute("UPDATE tblDefMenue SET Benennung1 = 'Benennung', Benennung2 = 'Hersteller' WHERE Nr = 1"));
+  }
+  oeffnen();
+  auto s = suche();
+  FrmDatenbankSuche f(*s);
+  EXPECT_EQ(f.findChild<QLabel*>("labBenennung_1")->text(), "Hersteller");
+  EXPECT_EQ(f.findChild<QLabel*>("labBenennung_10")->text(), labels().fctBeschriftFrmZuordnen("frmDatenbankSuche.labBenennung10"));
+  EXPECT_TRUE(f.findChild<QCheckBox*>("chkAnsichtenVarianten")->isChecked());
+  f.findChild<QLineEdit*>("txtBenennung_1")->setText("O'Brien");
+  f.findChild<QLineEdit*>("txtBenennung_0")->setText("DN4_");
+  f.findChild<QCheckBox*>("checkAktuellerOrdner")->setChecked(true);
+  f.findChild<QComboBox*>("comboxSuchkriterienVerknuepfen_1")->setCurrentText("<>");
+  f.findChild<QPushButton*>("cmbSuchen")->click();
+  EXPECT_EQ(treffer(*s), erwartet([](int n) { return n % 4 == 2 && n % 50 >= 40 && n < 200; }));
+  EXPECT_EQ(s->k.comboxSuchkriterienVerknuepfen[1], "<>");
+  EXPECT_EQ(f.findChild<QTableWidget*>("DataGrid1")->rowCount(), int(treffer(*s).size()));
+  if (qEnvironmentVariableIsSet("KOLVANE_SCREENSHOT_DIR"))
+    f.grab().save(qEnvironmentVariable("KOLVANE_SCREENSHOT_DIR") + "/frmDatenbankSuche.png");
+  f.findChild<QPushButton*>("cmbLeer")->click();
+  EXPECT_TRUE(s->k.leer());
+  EXPECT_TRUE(f.findChild<QLineEdit*>("txtBenennung_1")->text().isEmpty());
 }
 
 }  // namespace

@@ -12,5 +12,9 @@ int runCodes(const QStringList& args);
 int runRender(const QStringList& args);
 int runSlideInfo(const QStringList& args);
 int runDemoLibrary(const QStringList& args);
+#ifdef KOLVANE_TOOL_CHECK
+// Exit 0 clean, 1 findings (after --repair: findings left), 2 bad call or library.
+int runCheck(const QStringList& args);
+#endif
 
 }  // namespace kolvane::tool

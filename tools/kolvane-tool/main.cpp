@@ -22,6 +22,9 @@ const std::map<QString, Command>& commands() {
       {"codes", {runCodes, "codes LIBRARY --folder ORDNERNR --page N --slots S"}},
       {"render", {runRender, "render SLIDE --png OUT [--size WxH] [--background #RRGGBB]"}},
       {"slide-info", {runSlideInfo, "slide-info FILE"}},
+#ifdef KOLVANE_TOOL_CHECK
+      {"check", {runCheck, "check LIBRARY [--repair]"}},
+#endif
 #ifdef KOLVANE_TOOL_DEMO
       {"demo-library", {runDemoLibrary, "demo-library DIR"}},
 #endif
