@@ -159,7 +159,7 @@ TEST_F(DatenbankSucheTest, BadInputGivesAResultOrAMessageAndNeverChangesTheLibra
                            "; DROP TABLE tblBlockInfo; --", "\")", QString(300, 'A'),
                            "%' --", "\\"};
   for (const QString& t : nichts) {
-    for (int feld : {0, 1, 10}) {
+    for (int feld = 0; feld < Suchkriterien::kFelder; ++feld) {
       prompt_->asked.clear();
       s->k.txtBenennung.fill(QString());
       s->k.txtBenennung[size_t(feld)] = t;
