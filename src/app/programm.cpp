@@ -32,6 +32,7 @@
 #include "eventsink.h"
 #include "suchanbindung.h"
 #include "wartunganbindung.h"
+#include "setupanbindung.h"
 #include "frmblockverwaltung.h"
 #include "frmstartfenster.h"
 #include "frmvollbild.h"
@@ -435,6 +436,8 @@ bool Programm::Form_Load() {
   suche_->bytLaedtNoch = true;
   // Folders and pages.
   wartungAnbinden(*frm_, *bv_);
+  // The setup dialogs.
+  setupAnbinden(*frm_, *bv_, s, [this](const QString& pfad) { return bibliothekWechseln(pfad); });
   frm_->formUnload = [this] { return Form_Unload(); };
   // 18.-28. The library, its folder, page and slot.
   t.step(QStringLiteral("Verbindung zur Datenbank herstellen"));

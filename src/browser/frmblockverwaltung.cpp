@@ -549,6 +549,11 @@ void FrmBlockverwaltung::resizeEvent(QResizeEvent* e) {
   FormularAufGroesseAngleichen();
 }
 
+void FrmBlockverwaltung::optionenAusEinstellungen(const SetupWerte& setup) {
+  for (const OptionFeld& o : kOptionen)
+    if (QCheckBox* c = options_.value(QString::fromLatin1(o.box))) c->setChecked(setup.*o.vorgabe == 1);
+}
+
 bool FrmBlockverwaltung::eventFilter(QObject* o, QEvent* e) {
   // The grid follows its area, whatever moved it (window, layout, list).
   if (o == gridArea_ && e->type() == QEvent::Resize) FormularAufGroesseAngleichen();

@@ -22,6 +22,8 @@ class QToolBar;
 
 namespace kolvane {
 
+struct SetupWerte;
+
 class Blockverwaltung;
 class SlideView;
 
@@ -54,6 +56,9 @@ class FrmBlockverwaltung : public QMainWindow {
   bool befehlAktiv(const QString& befehl) const;
   // The insert options of fraOptionen, by variable name.
   QCheckBox* option(const QString& name) const { return options_.value(name); }
+  // The insert options' boxes take the setup's values again (after the
+  // setup dialog's OK); each box's click handler passes its state on.
+  void optionenAusEinstellungen(const SetupWerte& setup);
   SlideView* slide(int index) const { return index < slides_.size() ? slides_[index] : nullptr; }
   QFrame* rahmen(int index) const { return index < frames_.size() ? frames_[index] : nullptr; }
   QListWidget* liste() const { return lisBlockBenennung_; }
