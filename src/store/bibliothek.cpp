@@ -9,6 +9,7 @@
 #include "layout.h"
 #include "msgbox.h"
 #include "neuanlagejournal.h"
+#include "verschiebejournal.h"
 #include "paths.h"
 #include "prefix.h"
 #include "prompt.h"
@@ -105,6 +106,9 @@ bool Bibliothek::ConnectionUndRecordsetOeffnen() {
       case Aufraeumen::Zurueckgenommen: subMsgboxInfoZweizeilig(930, 932); break;
       default: break;
     }
+    // The same for a block that a killed shift left between two slots.
+    const VerschiebungAufgeraeumt v = fctVerschiebungAufraeumen(connDb, VerzeichnisOhneDb);
+    if (!v.meldung.isEmpty()) subMsgboxInfoEinzeilig(v.meldung);
   }
 
   // 4. Folders.
