@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QSaveFile>
 #include <QStringList>
 
 #include "connection.h"
@@ -124,11 +123,25 @@ bool fctVerschiebeJournalSchreiben(const QString& bibliothek, const VerschiebeJo
                         QStringLiteral("Ein Name enthält einen Zeilenumbruch oder Tabulator: ") + feld);
       return false;
     }
-  QSaveFile f(fctVerschiebeJournalPfad(bibliothek));
-  if (!f.open(QIODevice::WriteOnly) || f.write(fctVerschiebeJournalAlsText(j)) < 0 || !f.commit()) {
+  // Written beside and renamed into place: a program killed while writing
+  // leaves no journal, or the whole one. It guards against a killed program,
+  // not a lost disk, so it is not synced to the disk (a block is only a few
+  // milliseconds of work; a sync per block would double a long shift).
+  const QString pfad = fctVerschiebeJournalPfad(bibliothek);
+  QFile f(pfad + QStringLiteral(".neu"));
+  const QByteArray text = fctVerschiebeJournalAlsText(j);
+  bool ok = f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text) == text.size();
+  f.close();
+  ok = ok && f.error() == QFileDevice::NoError;
+  if (ok) {
+    QFile::remove(pfad);
+    ok = QFile::rename(f.fileName(), pfad);
+  }
+  if (!ok) {
     subErrorAllgemein(false, QStringLiteral("fctVerschiebeJournalSchreiben"),
-                      QStringLiteral("Das Journal der Verschiebung kann nicht geschrieben werden: ") +
-                          f.fileName() + QStringLiteral(" (") + f.errorString() + u')');
+                      QStringLiteral("Das Journal der Verschiebung kann nicht geschrieben werden: ") + pfad +
+                          QStringLiteral(" (") + f.errorString() + u')');
+    QFile::remove(f.fileName());
     return false;
   }
   return true;
