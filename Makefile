@@ -2,12 +2,13 @@
 # make test  installs what is missing, builds and runs every test
 # make test-asan  the same with AddressSanitizer and UBSan (build-asan/)
 # make bench builds the benchmarks and runs them
+# make package  builds and makes the Debian package (build/kolvane_<version>_<arch>.deb)
 
 BUILD      ?= build
 BUILD_ASAN ?= build-asan
 JOBS       ?= $(shell nproc)
 
-.PHONY: deps configure build run test test-asan bench clean
+.PHONY: deps configure build run test test-asan bench package clean
 
 deps:
 	@bash .ci/deps.sh
@@ -36,6 +37,9 @@ test-asan: deps $(BUILD_ASAN)/build.ninja
 
 bench: build
 	@for b in $(BUILD)/bin/bench_*; do echo "== $$b"; $$b --benchmark_repetitions=5 --benchmark_report_aggregates_only=true; done
+
+package: build
+	cd $(BUILD) && cpack -G DEB
 
 clean:
 	rm -rf $(BUILD) $(BUILD_ASAN)

@@ -4,7 +4,8 @@
 set -euo pipefail
 pkgs=(cmake ninja-build g++ make qt6-base-dev libqt6sql6-sqlite libgl-dev
       libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev xvfb
-      libdxflib-dev python3-ezdxf qt6-translations-l10n)
+      libdxflib-dev python3-ezdxf qt6-translations-l10n
+      librsvg2-bin desktop-file-utils dpkg-dev)  # icons, desktop entry check, .deb dependencies
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
