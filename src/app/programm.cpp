@@ -268,7 +268,8 @@ int Programm::Main(const QStringList& args) {
   labels().fctBeschriftungsFileZuordnenIni();
   // 12. A second instance was handed over at the top.
   // 13. The main form.
-  if (!Form_Load() || bytBeenden) return 0;
+  // A picture that could not be taken is a failed run.
+  if (!Form_Load() || bytBeenden) return kommandozeile.screenshot.isEmpty() ? 0 : 1;
   if (!kommandozeile.screenshot.isEmpty()) {
     QTimer::singleShot(200, this, [this] { beenden(screenshotSchreiben() ? 0 : 1); });
   }
@@ -357,6 +358,13 @@ bool Programm::Form_Load() {
   t.step(QStringLiteral("fctLesenKolvaneIniDatei"));
   if (!s.fctLesenKolvaneIniDatei()) {
     t.step(QStringLiteral("datenbank = dbKolvane.mdb"));
+    if (!kommandozeile.screenshot.isEmpty()) {
+      // A picture run can't answer the first start's question.
+      QTextStream(stderr) << QStringLiteral(
+          "Kolvane hat noch keine Bibliothek: bitte einmal ohne --screenshot starten und eine anlegen.\n");
+      bytBeenden = true;
+      return false;
+    }
     if (!ersterStart()) {
       bytBeenden = true;
       return false;
@@ -436,6 +444,18 @@ bool Programm::Form_Load() {
   suche_->bytLaedtNoch = true;
   // Folders and pages.
   wartungAnbinden(*frm_, *bv_);
+  // The Hilfe menu: name and version of the program.
+  {
+    auto vorher = frm_->befehl;
+    frm_->befehl = [vorher](const QString& befehl) {
+      if (befehl == QLatin1String("mnuHInfo"))
+        subMsgboxInfoEinzeilig(labels().fctBeschriftFrmZuordnen(QStringLiteral("frmBlockverwaltung.InfoText"))
+                                   .arg(programmVersion()));
+      else if (vorher)
+        vorher(befehl);
+    };
+    frm_->setImplementiert(QStringLiteral("mnuHInfo"), true);
+  }
   // The setup dialogs.
   setupAnbinden(*frm_, *bv_, s, [this](const QString& pfad) { return bibliothekWechseln(pfad); });
   frm_->formUnload = [this] { return Form_Unload(); };

@@ -160,6 +160,8 @@ FrmBlockverwaltung::FrmBlockverwaltung(Blockverwaltung& logic, QWidget* parent)
   extras->addSeparator();
   addAction(extras, QStringLiteral("mnuESetup"), true);
   addAction(extras, QStringLiteral("mnuEErweitertesSetup"));
+  QMenu* hilfe = menuBar()->addMenu(caption(QStringLiteral("mnuHilfe")));
+  addAction(hilfe, QStringLiteral("mnuHInfo"));
   // The toolbar carries the everyday commands under the short captions of
   // their buttons, so it fits the smallest window; the menus keep the full
   // captions and every command (the clipboard ones also in the context menu).

@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -171,6 +172,25 @@ TEST_F(ProgrammTest, NewBlockIsOfferedOnAFreeSlot) {
   ASSERT_TRUE(f->button("combutNeu"));
   EXPECT_TRUE(f->button("combutNeu")->isEnabled());
   EXPECT_TRUE(f->action("mnuBBlockNeu")->isEnabled());
+}
+
+TEST_F(ProgrammTest, TheHelpMenuNamesTheVersion) {
+  starten();
+  ASSERT_EQ(main({}, path("bib")), -1);
+  QAction* info = programm_->fenster()->action("mnuHInfo");
+  ASSERT_TRUE(info);
+  ASSERT_TRUE(info->isEnabled());
+  info->trigger();
+  ASSERT_FALSE(prompt_->asked.isEmpty());
+  EXPECT_TRUE(prompt_->asked.last().contains("Kolvane " + programmVersion())) << prompt_->asked.last().toStdString();
+}
+
+// A screenshot run can't answer the first start's chooser: it ends at once.
+TEST_F(ProgrammTest, AScreenshotWithoutALibraryEndsWithAnError) {
+  starten();
+  EXPECT_EQ(main({"--screenshot", path("bild.png")}), 1);
+  EXPECT_FALSE(QFile::exists(path("bild.png")));
+  EXPECT_TRUE(prompt_->asked.isEmpty()) << prompt_->asked.join("\n").toStdString();
 }
 
 TEST_F(ProgrammTest, ClosingAsksAndNoKeepsTheProgram) {
