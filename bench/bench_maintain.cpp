@@ -2,19 +2,11 @@
 // blocks of one folder from slot 1000 on (1,000 blocks, each with its slide
 // library and drawing) move one slot on, through the journal, with the
 // browser's page read again at the end.
-#include <QApplication>
-#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
-#include <benchmark/benchmark.h>
-#include <memory>
 
+#include "benchbibliothek.h"
 #include "bibliothek.h"
 #include "blockverwaltung.h"
-#include "connection.h"
-#include "prefix.h"
-#include "schema.h"
-#include "settings.h"
 #include "verschieben.h"
 
 using namespace kolvane;
@@ -32,55 +24,27 @@ void schreiben(const QString& datei, const QByteArray& inhalt) {
   f.write(inhalt);
 }
 
+// The folder in the test has every block's slide library and drawing.
 struct Welt {
-  QTemporaryDir tmp;
-  std::unique_ptr<Settings> settings;
-  QString db;
-  QString bib;
-  QStringList ordnerNr;
-
-  Welt() {
-    const Environment env = Environment::below(tmp.path());
-    settings = std::make_unique<Settings>(env);
-    setCurrentSettings(settings.get());
-    bib = tmp.path() + "/lib";
-    QDir().mkpath(bib);
-    db = bib + "/dbKolvane.mdb";
-    if (!Mk_Datenbank(db)) qFatal("Mk_Datenbank failed");
-    QStringList prefix;
-    if (!fctPrefixEinlesen(kBloeckeJeOrdner + 1000, prefix)) qFatal("txtPrefix.txt missing beside the benchmark");
-    Connection c;
-    if (!c.open(db)) qFatal("open failed");
-    c.begin();
-    for (int o = 0; o < kOrdner; ++o) {
-      const QString nr = prefix[o];
-      if (o > 0)
-        c.execute("INSERT INTO tblOrdner (OrdnerNr, Ordnername, OrdnerRechte, NrTblDefMenue) "
-                  "VALUES (?, ?, 'Alle', 1)",
-                  {nr, QString("Ordner %1").arg(o, 2, 10, QChar('0'))});
-      const qlonglong id = o == 0 ? 1 : c.lastInsertId();
-      ordnerNr << nr;
-      QDir().mkpath(bib + "/" + nr + "/Block");
-      for (int i = 0; i < kBloeckeJeOrdner; ++i) {
-        const QString code = fctBlockCode(nr, i, prefix);
+  bench::Bibliothek100k daten{
+      kOrdner, kBloeckeJeOrdner, [](int o) { return QString("Ordner %1").arg(o, 2, 10, QChar('0')); },
+      [this](Connection& c, const bench::Ordner& o, int i, const QString& code) {
         c.execute("INSERT INTO tblBlockInfo (Block, SlideLib, OrdnerID, BlkName0, M0, AX0, AY0, AZ0) "
                   "VALUES (?, ?, ?, ?, ?, 0, 0, 0)",
-                  {code, nr + "\\" + code + ".slb", id, "Block0-" + QString::number(o * 10000 + i),
+                  {code, o.nr + "\\" + code + ".slb", o.id, "Block0-" + QString::number(o.index * 10000 + i),
                    QString("Benennung %1").arg(i)});
-        if (o == kOrdnerImTest) {
-          schreiben(bib + "/" + nr + "/" + code + ".slb", "slide library " + code.toUtf8());
-          schreiben(bib + "/" + nr + "/Block/" + code + "0.dwg", "drawing " + code.toUtf8());
+        if (o.index == kOrdnerImTest) {
+          schreiben(daten.bib + "/" + o.nr + "/" + code + ".slb", "slide library " + code.toUtf8());
+          schreiben(daten.bib + "/" + o.nr + "/Block/" + code + "0.dwg", "drawing " + code.toUtf8());
         }
-      }
-    }
-    if (!c.commit()) qFatal("commit failed");
-    c.close();
-    settings->aryVerzeichnisseDatenbank = {db};
-    settings->strAktuelleDatenbank = db;
-    settings->setup.lonOrdnerSortieren = 0;
+      }};
+  Settings* settings = daten.settings.get();
+
+  Welt() {
     Bibliothek b(*settings);
     if (!b.ConnectionUndRecordsetOeffnen()) qFatal("first opening failed");
   }
+  QString ordnerNr(int o) const { return daten.ordner[size_t(o)].nr; }
 };
 
 Welt& welt() {
@@ -93,13 +57,13 @@ void BM_TausendBloeckeUmEinsVerschieben(benchmark::State& state) {
   Bibliothek lib(*w.settings);
   Blockverwaltung bv(*w.settings, lib);
   bv.subBilderanzahlFestlegen();
-  if (!bv.bibliothekOeffnen() || !lib.fctOrdnerWechseln(w.ordnerNr[kOrdnerImTest]))
+  if (!bv.bibliothekOeffnen() || !lib.fctOrdnerWechseln(w.ordnerNr(kOrdnerImTest)))
     state.SkipWithError("open failed");
   static int aktiv = kErsterVerschobener;  // each run leaves it free and shifts from the next slot
   for (auto _ : state) {
     state.PauseTiming();
-    bv.GeheZuSeite(aktiv / bv.intBilder, aktiv % bv.intBilder, w.ordnerNr[kOrdnerImTest]);
-    if (bv.strAktuelleOrdnerNr() != w.ordnerNr[kOrdnerImTest]) state.SkipWithError("folder not reached");
+    bv.GeheZuSeite(aktiv / bv.intBilder, aktiv % bv.intBilder, w.ordnerNr(kOrdnerImTest));
+    if (bv.strAktuelleOrdnerNr() != w.ordnerNr(kOrdnerImTest)) state.SkipWithError("folder not reached");
     BlockVerschieben v(bv);
     state.ResumeTiming();
     const auto e = v.subBloeckeUmEinsVerschieben();
@@ -115,10 +79,4 @@ BENCHMARK(BM_TausendBloeckeUmEinsVerschieben)->Unit(benchmark::kMillisecond)->It
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  QApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return kolvane::bench::benchMain(argc, argv); }

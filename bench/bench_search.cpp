@@ -2,25 +2,17 @@
 // 50 folders, a search over all ten card fields and the block name takes 30 ms
 // from the button to the filled list of hits; and the first page of results
 // drawn.
-#include <QApplication>
-#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
-#include <benchmark/benchmark.h>
+#include <QPixmap>
 #include <algorithm>
 #include <memory>
 
+#include "benchbibliothek.h"
+#include "benchslides.h"
 #include "bibliothek.h"
 #include "blockverwaltung.h"
-#include "connection.h"
 #include "datenbanksuche.h"
 #include "frmsuchergebnis.h"
-#include "prefix.h"
-#include "schema.h"
-#include "settings.h"
-#include "slide.h"
-#include "slidelibrary.h"
-#include "slidewriter.h"
 #include "suchergebnis.h"
 
 using namespace kolvane;
@@ -34,53 +26,16 @@ const QStringList kWerkstoffe{"Stahl 8.8", "A2-70", "A4-80", "Messing", "Stahl 1
 const QStringList kHersteller{"Müller", "Schmidt & Co", "O'Brien", "Bossard", "Würth", "Fabory",
                               "Reyher", "Böllhoff", "Kipp", "Ganter", "Norelem"};
 
-QByteArray slideBibliothek(int n) {
-  Slide s;
-  s.highX = 799;
-  s.highY = 599;
-  s.aspectRatio = 800.0 / 600.0;
-  for (int k = 0; k < 40; ++k) {
-    const int x = (n * 13 + k * 37) % 790, y = (n * 7 + k * 53) % 590;
-    s.records.push_back(SlideRecord::vector(x, y, (x + 90) % 790, (y + 45) % 590));
-  }
-  QString err;
-  return writeSlideLibrary({{QStringLiteral("0A"), writeSlide(s)}}, &err);
-}
-
 // Ten card fields per block, filled as a parts catalogue would be: a text
 // per block, norms, sizes, materials and makers that repeat.
 struct Welt {
-  QTemporaryDir tmp;
-  std::unique_ptr<Settings> settings;
-  std::unique_ptr<Bibliothek> lib;
-  std::unique_ptr<Blockverwaltung> bv;
-
-  Welt() {
-    const Environment env = Environment::below(tmp.path());
-    settings = std::make_unique<Settings>(env);
-    setCurrentSettings(settings.get());
-    const QString dir = tmp.path() + "/lib";
-    const QString db = dir + "/dbKolvane.mdb";
-    QDir().mkpath(dir);
-    if (!Mk_Datenbank(db)) qFatal("Mk_Datenbank failed");
-    QStringList prefix;
-    if (!fctPrefixEinlesen(kBloeckeJeOrdner, prefix)) qFatal("txtPrefix.txt missing beside the benchmark");
-    Connection c;
-    if (!c.open(db)) qFatal("open failed");
-    c.begin();
-    for (int o = 0; o < kOrdner; ++o) {
-      const QString nr = prefix[o];
-      QDir().mkpath(dir + "/" + nr);
-      if (o > 0)
-        c.execute("INSERT INTO tblOrdner (OrdnerNr, Ordnername, OrdnerRechte, NrTblDefMenue) VALUES (?, ?, 'Alle', 1)",
-                  {nr, QString("Ordner %1").arg(o)});
-      const qlonglong id = o == 0 ? 1 : c.lastInsertId();
-      for (int i = 0; i < kBloeckeJeOrdner; ++i) {
-        const int n = o * kBloeckeJeOrdner + i;
-        const QString code = fctBlockCode(nr, i, prefix);
+  bench::Bibliothek100k daten{
+      kOrdner, kBloeckeJeOrdner, [](int o) { return QString("Ordner %1").arg(o); },
+      [this](Connection& c, const bench::Ordner& o, int i, const QString& code) {
+        const int n = o.index * kBloeckeJeOrdner + i;
         c.execute("INSERT INTO tblBlockInfo (Block, SlideLib, OrdnerID, BlkName0, BlkName1, M0, M1, M2, M3, M4, "
                   "M5, M6, M7, M8, M9, AX0, AY0, AZ0) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, 0, 0)",
-                  {code, nr + "\\" + code + ".slb", id, QString("Schraube_%1").arg(n), QString("Seite_%1").arg(n),
+                  {code, o.nr + "\\" + code + ".slb", o.id, QString("Schraube_%1").arg(n), QString("Seite_%1").arg(n),
                    QString("Sechskantschraube M%1x%2").arg(4 + n % 17).arg(10 + 5 * (n % 23)), kNormen[n % 5],
                    QString("M%1").arg(4 + n % 17), kWerkstoffe[n % 7], kHersteller[n % 11],
                    QString("Länge %1 mm").arg(10 + 5 * (n % 23)), QString("Art.-Nr. %1").arg(100000 + n),
@@ -89,21 +44,19 @@ struct Welt {
         if (n % 100 == 0)
           c.execute("INSERT INTO tblVariationBloecke (BlockName, BlockID, BlockDateiName) VALUES (?, ?, ?)",
                     {QString("Schraube_%1_kurz").arg(n), qlonglong(c.lastInsertId()), "v.dwg"});
-      }
-    }
-    if (!c.commit()) qFatal("commit failed");
-    c.close();
-    // Slides of the blocks the result grid shows first.
-    for (int i = 0; i < 40; ++i) {
-      QFile f(dir + "/" + prefix[0] + "/" + fctBlockCode(prefix[0], i, prefix) + ".slb");
-      if (!f.open(QIODevice::WriteOnly)) qFatal("slide file");
-      f.write(slideBibliothek(i));
-    }
-    settings->aryVerzeichnisseDatenbank = {db};
-    settings->strAktuelleDatenbank = db;
-    settings->setup.lonOrdnerSortieren = 0;
-    lib = std::make_unique<Bibliothek>(*settings);
-    bv = std::make_unique<Blockverwaltung>(*settings, *lib);
+        // Slides of the blocks the result grid shows first.
+        if (o.index == 0 && i < 40) {
+          QFile f(daten.bib + "/" + o.nr + "/" + code + ".slb");
+          if (!f.open(QIODevice::WriteOnly)) qFatal("slide file");
+          f.write(bench::slideBibliothek(i, 40));
+        }
+      }};
+  std::unique_ptr<Bibliothek> lib;
+  std::unique_ptr<Blockverwaltung> bv;
+
+  Welt() {
+    lib = std::make_unique<Bibliothek>(*daten.settings);
+    bv = std::make_unique<Blockverwaltung>(*daten.settings, *lib);
     bv->subBilderanzahlFestlegen();
     if (!bv->bibliothekOeffnen()) qFatal("opening failed");
   }
@@ -193,10 +146,4 @@ BENCHMARK(BM_ErsteErgebnisseite)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  QApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return kolvane::bench::benchMain(argc, argv); }
