@@ -2,8 +2,9 @@
 // itself again with "--gtest_filter=VerschiebenKind.*" and
 //   KOLVANE_SCHIEBEN_KIND  the parent test's directory (prog/, config/, temp/,
 //                          lib/ as the fixtures lay them out),
-//   KOLVANE_SCHIEBEN_ART   "eins" (shift by one from slot 0) or "seite"
-//                          (an empty page before the first),
+//   KOLVANE_SCHIEBEN_ART   "eins" (shift by one from slot 0), "seite"
+//                          (an empty page before the first) or "ordner"
+//                          (delete the folder row 2 with its blocks),
 //   KOLVANE_HALTEPUNKT     the step to die at.
 // It opens the library as the program does and runs the one shift; at the
 // step named it dies as a killed program does. Without the variables the test
@@ -14,6 +15,7 @@
 #include "bibliothek.h"
 #include "blockverwaltung.h"
 #include "labels.h"
+#include "ordner.h"
 #include "scriptedprompt.h"
 #include "settings.h"
 #include "verschieben.h"
@@ -45,10 +47,15 @@ TEST(VerschiebenKind, EineVerschiebung) {
     bv.subBilderanzahlFestlegen();
     ASSERT_TRUE(bv.bibliothekOeffnen());
     bv.lisBlockBenennung_Click(0);
-    BlockVerschieben v(bv);
-    const auto e = qEnvironmentVariable("KOLVANE_SCHIEBEN_ART") == "seite" ? v.fctEineSeiteNachHinten()
-                                                                           : v.subBloeckeUmEinsVerschieben();
-    EXPECT_EQ(e, BlockVerschieben::Ergebnis::Fertig);
+    const QString art = qEnvironmentVariable("KOLVANE_SCHIEBEN_ART");
+    if (art == "ordner") {
+      OrdnerVerwaltung o(bv);
+      EXPECT_TRUE(o.fctOrdnerLoeschen(2));
+    } else {
+      BlockVerschieben v(bv);
+      const auto e = art == "seite" ? v.fctEineSeiteNachHinten() : v.subBloeckeUmEinsVerschieben();
+      EXPECT_EQ(e, BlockVerschieben::Ergebnis::Fertig);
+    }
   }
   setCurrentSettings(nullptr);
 }

@@ -386,6 +386,60 @@ TEST_P(VerschiebenAbsturz, BibliothekBleibtGanz) {
   }
 }
 
+// A folder with blocks, pages and variants deleted by a child killed between
+// the rows' commit and the move of its directory, or after it: the rows are
+// gone together, every file of the folder is still on disk, and the check
+// finds the library whole.
+class OrdnerAbsturz : public VerschiebenTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(OrdnerAbsturz, OrdnerLoeschenVerliertNichts) {
+  for (int s = 0; s < 3; ++s) vollerBlock(s);
+  ausfuehren("INSERT INTO tblOrdner (OrdnerNr, Ordnername, OrdnerRechte, NrTblDefMenue) VALUES ('001', 'Zubehör', 'Alle', 1)");
+  QDir().mkpath(bib_ + "/001/Block");
+  QStringList prefix;
+  ASSERT_TRUE(fctPrefixEinlesen(5, prefix));
+  QStringList dateien;
+  for (int s = 0; s < 4; ++s) {
+    const QString c = fctBlockCode("001", s, prefix);
+    ausfuehren("INSERT INTO tblBlockInfo (Block, SlideLib, OrdnerID, BlkName0) VALUES (?, ?, 2, ?)",
+               {c, "001\\" + c + ".slb", "Z" + QString::number(s)});
+    ausfuehren("INSERT INTO tblVariationBloecke (BlockName, BlockID, BlockDateiName) "
+               "SELECT 'ZV', Nr, 'v.dwg' FROM tblBlockInfo WHERE Block = ?", {c});
+    writeFile(bib_ + "/001/" + c + ".slb", "slide library " + c.toUtf8());
+    writeFile(bib_ + "/001/Block/" + c + "0.dwg", "drawing " + c.toUtf8());
+    dateien << c + ".slb" << "Block/" + c + "0.dwg";
+  }
+  ausfuehren("INSERT INTO tblSeiten (SeitenNr, SeitenName, NrTblOrdner) VALUES (1, 'Eins', 2)");
+
+  QProcess kind;
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  env.insert("KOLVANE_HALTEPUNKT", GetParam());
+  env.insert("KOLVANE_SCHIEBEN_KIND", tmp_.path());
+  env.insert("KOLVANE_SCHIEBEN_ART", "ordner");
+  env.insert("QT_QPA_PLATFORM", "offscreen");
+  kind.setProcessEnvironment(env);
+  kind.setProcessChannelMode(QProcess::MergedChannels);
+  kind.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=VerschiebenKind.*"});
+  ASSERT_TRUE(kind.waitForFinished(60000));
+  ASSERT_EQ(kind.exitStatus(), QProcess::CrashExit) << kind.readAll().toStdString();
+
+  Connection conn;
+  ASSERT_TRUE(conn.open(db_));
+  EXPECT_EQ(conn.scalar("SELECT COUNT(*) FROM tblOrdner WHERE Nr = 2").toInt(), 0);
+  EXPECT_EQ(conn.scalar("SELECT COUNT(*) FROM tblBlockInfo WHERE OrdnerID = 2").toInt(), 0);
+  EXPECT_EQ(conn.scalar("SELECT COUNT(*) FROM tblSeiten WHERE NrTblOrdner = 2").toInt(), 0);
+  EXPECT_EQ(conn.scalar("SELECT COUNT(*) FROM tblVariationBloecke WHERE BlockName = 'ZV'").toInt(), 0);
+  EXPECT_EQ(conn.scalar("SELECT COUNT(*) FROM tblBlockInfo WHERE OrdnerID = 1").toInt(), 3);
+  conn.close();
+  // Killed before the move the directory stands as it was, after it aside.
+  const QString ort = QString(GetParam()) == "ordner-zeilen-geloescht" ? "/001/" : "/001geloescht/";
+  for (const QString& d : dateien) EXPECT_TRUE(QFileInfo::exists(bib_ + ort + d)) << (ort + d).toStdString();
+  konsistent();
+}
+
+INSTANTIATE_TEST_SUITE_P(BeideHaltepunkte, OrdnerAbsturz,
+                         ::testing::Values("ordner-zeilen-geloescht", "ordner-verzeichnis-verschoben"));
+
 std::vector<Absturz> absturzFaelle() {
   std::vector<Absturz> out;
   for (int schritt = 1; schritt <= 7; ++schritt) {
