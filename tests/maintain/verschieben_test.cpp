@@ -133,6 +133,22 @@ class VerschiebenTest : public EinfuegenTest {
   }
 
   QString text(int nr) const { return labels().fctBeschriftMsgboxZuordnen(nr); }
+
+  // The test program again as the child (see verschieben_kind.cpp) doing
+  // `art` on this test's library, killed at the step `halt`.
+  void kindToeten(const QString& art, const QString& halt) {
+    QProcess kind;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("KOLVANE_HALTEPUNKT", halt);
+    env.insert("KOLVANE_SCHIEBEN_KIND", tmp_.path());
+    env.insert("KOLVANE_SCHIEBEN_ART", art);
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    kind.setProcessEnvironment(env);
+    kind.setProcessChannelMode(QProcess::MergedChannels);
+    kind.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=VerschiebenKind.*"});
+    ASSERT_TRUE(kind.waitForFinished(60000));
+    ASSERT_EQ(kind.exitStatus(), QProcess::CrashExit) << kind.readAll().toStdString();
+  }
 };
 
 TEST_F(VerschiebenTest, FreierAktiverPlatzAendertNichts) {
@@ -332,17 +348,8 @@ TEST_P(VerschiebenAbsturz, BibliothekBleibtGanz) {
   ausfuehren("INSERT INTO tblSeiten (SeitenNr, SeitenName, NrTblOrdner) VALUES (2, 'Zwei', 1)");
   const int abstand = QString(a.art) == "seite" ? 20 : 1;
 
-  QProcess kind;
-  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-  env.insert("KOLVANE_HALTEPUNKT", a.halt);
-  env.insert("KOLVANE_SCHIEBEN_KIND", tmp_.path());
-  env.insert("KOLVANE_SCHIEBEN_ART", a.art);
-  env.insert("QT_QPA_PLATFORM", "offscreen");
-  kind.setProcessEnvironment(env);
-  kind.setProcessChannelMode(QProcess::MergedChannels);
-  kind.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=VerschiebenKind.*"});
-  ASSERT_TRUE(kind.waitForFinished(60000));
-  ASSERT_EQ(kind.exitStatus(), QProcess::CrashExit) << kind.readAll().toStdString();
+  kindToeten(a.art, a.halt);
+  if (HasFatalFailure()) return;
 
   // The opening of the library.
   {
@@ -411,17 +418,8 @@ TEST_P(OrdnerAbsturz, OrdnerLoeschenVerliertNichts) {
   }
   ausfuehren("INSERT INTO tblSeiten (SeitenNr, SeitenName, NrTblOrdner) VALUES (1, 'Eins', 2)");
 
-  QProcess kind;
-  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-  env.insert("KOLVANE_HALTEPUNKT", GetParam());
-  env.insert("KOLVANE_SCHIEBEN_KIND", tmp_.path());
-  env.insert("KOLVANE_SCHIEBEN_ART", "ordner");
-  env.insert("QT_QPA_PLATFORM", "offscreen");
-  kind.setProcessEnvironment(env);
-  kind.setProcessChannelMode(QProcess::MergedChannels);
-  kind.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=VerschiebenKind.*"});
-  ASSERT_TRUE(kind.waitForFinished(60000));
-  ASSERT_EQ(kind.exitStatus(), QProcess::CrashExit) << kind.readAll().toStdString();
+  kindToeten("ordner", GetParam());
+  if (HasFatalFailure()) return;
 
   Connection conn;
   ASSERT_TRUE(conn.open(db_));
